@@ -1,0 +1,194 @@
+#include "platform/utils/LocaleRegistry.h"
+
+#include "platform/utils/FileInputStream.h"
+#include "platform/utils/Messages.h"
+
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <mutex>
+#include <set>
+#include <shared_mutex>
+
+namespace Varn {
+
+// The texts are interned and never freed: a handle reads its text without a lock, whatever catalogue comes meanwhile.
+struct LocaleRegistry::Texts {
+    using Translations = std::map<std::string, const std::wstring *, std::less<>>; // by message id
+
+    std::shared_mutex mutex; // guards all others
+    std::set<std::wstring> interned;
+    std::map<std::string, LocalizedMessage::Record, std::less<>> messages; // by id
+    std::map<std::string, Translations, std::less<>> catalogues;           // by country
+    std::string country = "en";
+
+    const std::wstring *intern(std::string_view utf8)
+    {
+        return &*interned.insert(Messages::fromUTF8ToWideUnicode(utf8)).first;
+    }
+
+    // What the code has, else its language: "de-at", then "de". English when neither has the message.
+    const std::wstring *find(const LocalizedMessage::Record &message, std::string_view code) const
+    {
+        for (;;) {
+            if (const auto catalogue = catalogues.find(code); catalogue != catalogues.end())
+                if (const auto text = catalogue->second.find(*message.id); text != catalogue->second.end())
+                    return text->second;
+            const auto dash = code.rfind('-');
+            if (dash == std::string_view::npos)
+                return message.english;
+            code = code.substr(0, dash);
+        }
+    }
+
+    void refresh()
+    {
+        for (auto &[id, message] : messages)
+            message.current.store(find(message, country), std::memory_order_release);
+    }
+};
+
+namespace {
+
+std::string normalized(std::string_view code)
+{
+    std::string result(code);
+    for (char &c : result) {
+        if (c >= 'A' && c <= 'Z')
+            c = static_cast<char>(c - 'A' + 'a');
+        else if (c == '_')
+            c = '-';
+    }
+    return result;
+}
+
+QString malformed(const QString &path, const QByteArray &bytes, const QJsonParseError &error)
+{
+    const QByteArray before = bytes.left(error.offset);
+    const auto line = before.count('\n') + 1;
+    const auto column = before.size() - before.lastIndexOf('\n');
+    return path + QStringLiteral(":%1:%2: ").arg(line).arg(column) + error.errorString();
+}
+
+} // namespace
+
+LocaleRegistry::Texts &LocaleRegistry::texts()
+{
+    // Never destroyed: a thread that outlives main may still ask for a text.
+    static auto &instance = *new Texts;
+    return instance;
+}
+
+LocaleRegistry *LocaleRegistry::get()
+{
+    static LocaleRegistry registry;
+    return &registry;
+}
+
+LocalizedMessage LocaleRegistry::registerMessage(std::string_view englishText)
+{
+    return registerMessage(englishText, englishText);
+}
+
+LocalizedMessage LocaleRegistry::registerMessage(std::string_view id, std::string_view englishText)
+{
+    if (id.empty())
+        return {};
+    Texts &all = texts();
+    {
+        const std::shared_lock lock(all.mutex);
+        if (const auto known = all.messages.find(id); known != all.messages.end())
+            return LocalizedMessage(known->second);
+    }
+    const std::unique_lock lock(all.mutex);
+    const auto [message, isNew] = all.messages.try_emplace(std::string(id));
+    LocalizedMessage::Record &record = message->second;
+    if (isNew) {
+        record.id = &message->first;
+        record.english = all.intern(englishText);
+        record.current.store(all.find(record, all.country), std::memory_order_release);
+    }
+    return LocalizedMessage(record);
+}
+
+std::vector<std::string> LocaleRegistry::registeredMessages()
+{
+    Texts &all = texts();
+    const std::shared_lock lock(all.mutex);
+    std::vector<std::string> ids;
+    ids.reserve(all.messages.size());
+    for (const auto &[id, message] : all.messages)
+        ids.push_back(id);
+    return ids;
+}
+
+void LocaleRegistry::setCountry(std::string_view code)
+{
+    Texts &all = texts();
+    const std::unique_lock lock(all.mutex);
+    all.country = normalized(code);
+    all.refresh();
+}
+
+std::string LocaleRegistry::country()
+{
+    Texts &all = texts();
+    const std::shared_lock lock(all.mutex);
+    return all.country;
+}
+
+std::wstring LocaleRegistry::getCurrentCountryCode()
+{
+    return Messages::fromUTF8ToWideUnicode(country());
+}
+
+std::wstring LocaleRegistry::getLocalizedMessage(const LocalizedMessage &message, std::wstring_view countryCode)
+{
+    if (!message.m_record)
+        return {};
+    const std::string code = normalized(Messages::fromWideUnicodeToUTF8(countryCode));
+    Texts &all = texts();
+    const std::shared_lock lock(all.mutex);
+    return *all.find(*message.m_record, code);
+}
+
+void LocaleRegistry::addCatalogue(std::string_view countryCode, const Catalogue &translations)
+{
+    Texts &all = texts();
+    const std::unique_lock lock(all.mutex);
+    auto &catalogue = all.catalogues[normalized(countryCode)];
+    for (const auto &[id, translation] : translations) {
+        if (!translation.empty())
+            catalogue.insert_or_assign(id, all.intern(translation));
+    }
+    all.refresh();
+}
+
+tl::expected<std::size_t, QString> LocaleRegistry::readCatalogue(std::string_view countryCode, const std::wstring &path)
+{
+    const QString name = QString::fromStdWString(path);
+    FileInputStream file(path);
+    const auto content = file.readAll();
+    if (!content)
+        return tl::unexpected(name + QStringLiteral(": cannot be read"));
+
+    const QByteArray bytes = QByteArray::fromStdString(*content);
+    QJsonParseError error;
+    const auto document = QJsonDocument::fromJson(bytes, &error);
+    if (error.error != QJsonParseError::NoError)
+        return tl::unexpected(malformed(name, bytes, error));
+    if (!document.isObject())
+        return tl::unexpected(name + QStringLiteral(": a catalogue is an object {English text: translation}"));
+
+    Catalogue catalogue;
+    const QJsonObject object = document.object();
+    for (auto member = object.begin(); member != object.end(); ++member) {
+        if (!member.value().isString())
+            return tl::unexpected(name + QStringLiteral(": the translation of \"%1\" is no text").arg(member.key()));
+        catalogue.emplace(member.key().toStdString(), member.value().toString().toStdString());
+    }
+    addCatalogue(countryCode, catalogue);
+    return catalogue.size();
+}
+
+} // namespace Varn
