@@ -1,0 +1,7 @@
+#include "platform/core/VarnObject.h"
+
+namespace Varn {
+
+VarnObject::~VarnObject() = default;
+
+} // namespace Varn

@@ -1,0 +1,28 @@
+#include "platform/nc/NCUnit.h"
+
+namespace Varn {
+
+namespace {
+
+constexpr double millimetersPerInch = 25.4;
+
+} // namespace
+
+NCUnit::Unit NCUnit::getAsUnit(std::wstring_view text)
+{
+    return text == L"inches" ? inches : millimeters;
+}
+
+std::wstring NCUnit::getUnitAsString(Unit unit)
+{
+    return unit == inches ? L"inches" : L"millimeters";
+}
+
+double NCUnit::getUnitConversionFactor(Unit from, Unit to)
+{
+    if ((from == inches) == (to == inches))
+        return 1.0;
+    return from == inches ? millimetersPerInch : 1.0 / millimetersPerInch;
+}
+
+} // namespace Varn

@@ -1,0 +1,7 @@
+#include "platform/tool/JSONSerializable.h"
+
+namespace Varn::ToolLibraries {
+
+JSONSerializable::~JSONSerializable() = default;
+
+} // namespace Varn::ToolLibraries

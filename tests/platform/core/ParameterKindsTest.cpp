@@ -1,0 +1,121 @@
+#include "platform/core/ParameterKinds.h"
+
+#include "platform/tool/ToolParameterJSONKeyPaths.h"
+
+#include <gmock/gmock.h>
+
+#include <array>
+#include <map>
+#include <set>
+#include <stdexcept>
+#include <string>
+#include <utility>
+#include <vector>
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using Varn::ParameterKinds;
+using Varn::ParameterTable;
+using Varn::Strategy;
+
+namespace {
+
+std::string failureOf(const std::string &json)
+{
+    try {
+        const ParameterKinds kinds(json);
+        return "none";
+    } catch (const std::runtime_error &error) {
+        return error.what();
+    }
+}
+
+constexpr std::array strategies = {97, 198, 207, 212, 213, 214};
+
+} // namespace
+
+TEST(ParameterKinds, TheLibraryCarriesItsDefinitions)
+{
+    EXPECT_EQ(ParameterKinds::get().size(), 169u);
+}
+
+TEST(ParameterKinds, TheCoarselyRoundedParametersAreSpeeds)
+{
+    std::map<int, std::set<std::string_view>> namesByKind;
+    for (const auto &[key, paths] : Varn::ToolLibraries::ToolParameterJSONKeyPaths::get()) {
+        for (const int strategy : strategies)
+            namesByKind[ParameterKinds::get().find(std::wstring(key.begin(), key.end()), Strategy::Type(strategy))]
+                .insert(key);
+    }
+    EXPECT_THAT(namesByKind[ParameterTable::KIND_VELOCITY],
+                ElementsAre("tool_feedCutting", "tool_feedEntry", "tool_feedExit", "tool_feedPlunge",
+                            "tool_feedProbeLink", "tool_feedProbeMeasure", "tool_feedRamp", "tool_feedRetract",
+                            "tool_feedTransition", "tool_feedWire", "tool_surfaceSpeed"));
+    EXPECT_THAT(namesByKind[ParameterTable::KIND_ROTATIONAL_SPEED],
+                ElementsAre("tool_block_maximumRotationalSpeed", "tool_maximumRotationalSpeed", "tool_rampSpindleSpeed",
+                            "tool_spindleSpeed"));
+    EXPECT_EQ(namesByKind.size(), 15u) << "each of the fifteen quantities has a parameter";
+}
+
+TEST(ParameterKinds, ReadsParametersWithTheirStrategies)
+{
+    const ParameterKinds kinds(R"({
+        "parameters": [{"id": "feed", "kind": 6, "strategies": [198, 212]},
+                       {"id": "name", "kind": 0, "strategies": [207]},
+                       {"id": "wide \u00fc", "kind": 1, "strategies": [207, 213]},
+                       {"id": "nowhere", "kind": 2, "strategies": []}],
+        "dynamicParameters": [{"pattern": "<n>. size", "kind": 1}],
+        "more": {"is": ["ignored"]}})");
+    EXPECT_EQ(kinds.size(), 4u);
+    EXPECT_EQ(kinds.find(L"feed", Strategy::TURNING), ParameterTable::KIND_VELOCITY);
+    EXPECT_EQ(kinds.find(L"feed", Strategy::JET), ParameterTable::KIND_NONE);
+    EXPECT_EQ(kinds.find(L"feed", Strategy::SHARED), ParameterTable::KIND_NONE);
+    EXPECT_EQ(kinds.find(L"12. size", Strategy::JET), ParameterTable::KIND_LENGTH);
+    EXPECT_EQ(kinds.find(L"nowhere", Strategy::ROTATING), ParameterTable::KIND_NONE);
+    for (const int strategy : strategies)
+        EXPECT_EQ(kinds.find(L"wide \u00FC", Strategy::Type(strategy)), ParameterTable::KIND_LENGTH) << strategy;
+}
+
+TEST(ParameterKinds, AFaultyDocumentIsRefusedByName)
+{
+    const auto withRow = [](const std::string &row) {
+        return R"({"parameters":[)" + row + R"(],"dynamicParameters":[]})";
+    };
+    const auto withPattern = [](const std::string &row) {
+        return R"({"parameters":[],"dynamicParameters":[)" + row + "]}";
+    };
+    const std::vector<std::pair<std::string, std::string>> cases = {
+        {"", "empty"},
+        {"{", "Missing"},
+        {"[]", "not an object"},
+        {"null", "not an object"},
+        {"{}", "\"parameters\""},
+        {R"({"parameters":{}})", "\"parameters\""},
+        {R"({"parameters":[]})", "\"dynamicParameters\""},
+        {withRow("1"), "a row is not an object"},
+        {withRow("{}"), "a row without \"id\""},
+        {withRow(R"({"id":1})"), "a row without \"id\""},
+        {withRow(R"({"id":"a"})"), "a: no kind"},
+        {withRow(R"({"id":"a","kind":"6"})"), "a: no kind"},
+        {withRow(R"({"id":"a","kind":15,"strategies":[]})"), "a: unknown kind 15"},
+        {withRow(R"({"id":"a","kind":-1,"strategies":[]})"), "a: unknown kind -1"},
+        {withRow(R"({"id":"a","kind":6})"), "no list \"strategies\""},
+        {withRow(R"({"id":"a","kind":6,"strategies":[199]})"), "a: unknown strategy"},
+        {withRow(R"({"id":"a","kind":6,"strategies":["198"]})"), "a: unknown strategy"},
+        {withRow(R"({"id":"a","kind":6,"strategies":[]},{"id":"a","kind":6,"strategies":[]})"), "a: defined twice"},
+        {withPattern(R"({"pattern":"n","kind":1})"), "n: no <n>"},
+        {withPattern(R"({"pattern":"<n>"})"), "<n>: no kind"},
+        {withPattern("[]"), "a row is not an object"},
+        {withRow("\"\xFF\""), "encoding"},
+        {withRow("{}") + "x", "root"},
+    };
+    for (const auto &[json, message] : cases)
+        EXPECT_THAT(failureOf(json), HasSubstr(message)) << json;
+}
+
+TEST(ParameterKinds, DeepNestingIsRefused)
+{
+    const std::string open(2'000'000, '[');
+    EXPECT_THAT(failureOf(open), HasSubstr("deeper than 1000"));
+    EXPECT_THAT(failureOf(R"({"parameters":)" + open), HasSubstr("deeper than 1000"));
+}
