@@ -1,0 +1,86 @@
+#include "ToolLibrary/CamDocuments.h"
+
+#include "platform/core/VarnDocument.h"
+#include "platform/utils/Guid.h"
+#include "platform/utils/Thread.h"
+#include "util/utility/Assert.h"
+
+#include <utility>
+
+namespace Varn::Tools {
+
+CamDocuments::CamDocuments()
+{
+    refresh();
+}
+
+CamDocuments::~CamDocuments() = default;
+
+void CamDocuments::refresh()
+{
+    VARN_ASSERT_TEXT(Thread::isMainThread(), "VarnDocument::openDocuments is not safe to access from another thread");
+    m_urls.clear();
+    for (const SafePointer<VarnDocument> &document : VarnDocument::openDocuments())
+        if (isValid(document))
+            m_urls.append(urlOf(document));
+}
+
+SafePointer<VarnDocument> CamDocuments::active() const
+{
+    return m_active;
+}
+
+void CamDocuments::setActive(SafePointer<VarnDocument> document)
+{
+    m_active = std::move(document);
+}
+
+SafePointer<VarnDocument> CamDocuments::document(const ToolLibraryUrl &url) const
+{
+    VARN_ASSERT(url.isDocumentLibrary());
+    const Guid guid = Guid::fromString(url.documentUrl().libraryPath().toStdString());
+    if (guid.isNull())
+        return {};
+    SafePointer<VarnDocument> found = VarnDocument::getOpenDocument(guid);
+    return isValid(found) ? found : SafePointer<VarnDocument>();
+}
+
+std::vector<SafePointer<VarnDocument>> CamDocuments::documents() const
+{
+    std::vector<SafePointer<VarnDocument>> found;
+    for (const ToolLibraryUrl &url : m_urls)
+        if (SafePointer<VarnDocument> open = document(url))
+            found.push_back(std::move(open));
+    return found;
+}
+
+ToolLibraryUrl CamDocuments::urlOf(const Guid &guid)
+{
+    return ToolLibraryUrl(QStringLiteral("document://%1").arg(QString::fromStdString(guid.asString())));
+}
+
+ToolLibraryUrl CamDocuments::urlOf(const VarnDocument &document)
+{
+    return urlOf(document.guid());
+}
+
+ToolLibraryUrl CamDocuments::urlOf(const SafePointer<VarnDocument> &document)
+{
+    VARN_ASSERT(document.isValid());
+    return document ? urlOf(*document) : ToolLibraryUrl();
+}
+
+QList<QString> CamDocuments::urls() const
+{
+    QList<QString> texts;
+    for (const ToolLibraryUrl &url : m_urls)
+        texts.append(url.url());
+    return texts;
+}
+
+bool CamDocuments::isValid(const SafePointer<VarnDocument> &document)
+{
+    return document && document->isDocumentOpen();
+}
+
+} // namespace Varn::Tools

@@ -1,0 +1,232 @@
+#include "ToolLibrary/Interface/Private/ToolLibraryInterfaceImpl.h"
+
+#include "ToolLibrary/CamDocuments.h"
+#include "ToolLibrary/Interface/Private/JsonManipulation/JsonConvert.h"
+#include "ToolLibrary/Interface/Private/TaskDispatcher.h"
+#include "ToolLibrary/Interface/Private/ToolLibraryAnalytics.h"
+#include "ToolLibrary/Interface/Private/ToolPageAggregator.h"
+#include "ToolLibrary/Interface/Private/ToolSourceSink/DiskLibrary.h"
+#include "ToolLibrary/Interface/Private/ToolSourceSink/ToolLibraryLocatorInterrogator.h"
+#include "ToolLibrary/Interface/Private/ToolSourceSink/ToolSourceLoader.h"
+#include "ToolLibrary/Interface/ToolLibraryCache.h"
+#include "ToolLibrary/Interface/mode/ModeConfiguration.h"
+#include "platform/core/Options.h"
+#include "platform/core/ToolLibraryVersion.h"
+#include "platform/core/VarnDocument.h"
+#include "platform/tool/Exception.h"
+#include "platform/tool/UserInteraction.h"
+#include "platform/utils/Abortable.h"
+#include "util/utility/Assert.h"
+
+#include <utility>
+
+namespace Varn::ToolLibraries {
+
+using Tools::CamDocuments;
+using Tools::ToolLibraryUrl;
+
+namespace {
+
+/// Tells of the load of a file, unless it is one of the libraries that came with the program.
+void reportLoad(const ToolLibraryLocator &locator, const ToolSource &source)
+{
+    const ToolLibraryUrl url(locator);
+    if (!ToolLibraryLocatorInterrogator(locator).isLocalFile() || url.isSystemLibrary())
+        return;
+    const char *type = url.isCloudLibrary() ? "cloud" : url.isLocalLibrary() ? "local" : "other";
+    ToolLibraryAnalytics::sendReport(QStringLiteral("LOAD_TOOL_LIBRARY"),
+                                     {{QStringLiteral("type"), QString::fromLatin1(type)},
+                                      {QStringLiteral("extension"), url.extension().mid(1)},
+                                      {QStringLiteral("numberOfTools"), source.numberOfTools()}});
+}
+
+void reportNumberOfLibraries(const LibraryMetadataTree &index)
+{
+    int local = 0;
+    int cloud = 0;
+    for (const auto &node : index.traverse()) {
+        if (node->metadata()->type() != LibraryMetadata::Type::Library)
+            continue;
+        const ToolLibraryUrl url(node->metadata()->url());
+        local += url.isLocalLibrary() ? 1 : 0;
+        cloud += url.isCloudLibrary() ? 1 : 0;
+    }
+    ToolLibraryAnalytics::sendReport(QStringLiteral("NUMBER_OF_LIBRARIES"),
+                                     {{QStringLiteral("numberOfLocalLibraries"), local},
+                                      {QStringLiteral("numberOfCloudLibraries"), cloud}});
+}
+
+} // namespace
+
+ToolLibraryInterfaceImpl::ToolLibraryInterfaceImpl(std::shared_ptr<ModeConfiguration> modeConfiguration,
+                                                   std::shared_ptr<ToolLibraryCache> cache,
+                                                   std::shared_ptr<UserInteraction> userInteraction)
+    : m_camDocuments(std::make_shared<CamDocuments>()),
+      m_modeConfiguration(std::move(modeConfiguration)),
+      m_cachedLibraries(std::move(cache)),
+      m_userInteraction(std::move(userInteraction))
+{
+    VARN_ASSERT(!!m_modeConfiguration);
+    VARN_ASSERT(!!m_cachedLibraries);
+    VARN_ASSERT(!!m_userInteraction);
+    m_cachedLibraries->setDocumentIndex(m_camDocuments);
+}
+
+ToolLibraryInterfaceImpl::ToolLibraryInterfaceImpl(SafePointer<VarnDocument> document,
+                                                   std::shared_ptr<ModeConfiguration> modeConfiguration,
+                                                   std::shared_ptr<ToolLibraryCache> cache,
+                                                   std::shared_ptr<UserInteraction> userInteraction)
+    : ToolLibraryInterfaceImpl(std::move(modeConfiguration), std::move(cache), std::move(userInteraction))
+{
+    VARN_EXPECTS(m_camDocuments);
+    m_camDocuments->setActive(std::move(document));
+}
+
+ToolLibraryInterfaceImpl::~ToolLibraryInterfaceImpl() = default;
+
+void ToolLibraryInterfaceImpl::setModeConfiguration(std::shared_ptr<ModeConfiguration> modeConfiguration)
+{
+    VARN_ASSERT(!!modeConfiguration);
+    m_modeConfiguration = std::move(modeConfiguration);
+}
+
+std::shared_ptr<Abortable> ToolLibraryInterfaceImpl::initialLoadTask() const
+{
+    return m_cachedLibraries->initialLoadTask();
+}
+
+LibraryMetadataTree ToolLibraryInterfaceImpl::toolLibrariesIndex() const
+{
+    LibraryMetadataTree index = m_cachedLibraries->libraryIndex();
+    reportNumberOfLibraries(index);
+    return index;
+}
+
+std::unique_ptr<ToolLibrary> ToolLibraryInterfaceImpl::library(const ToolLibraryLocator &locator)
+{
+    const std::shared_ptr<ToolSource> source = getToolSource(locator);
+    reportLoad(locator, *source);
+    const ToolPageRequest request({locator}, "[]", static_cast<int>(source->numberOfTools()), 0, "", "");
+    const QVariantMap page = JsonConvert::toQVariantMap(fetchTools(request)->toJson());
+    const QVariantMap data = page.value(QStringLiteral("data")).toMap();
+    const QString url = QString::fromStdWString(locator.url());
+    VARN_ASSERT_TEXT(data.contains(url), "Tool page should contain library url");
+    const QVariantMap library{
+        {QStringLiteral("data"), data.value(url)},
+        {QStringLiteral("version"), page.value(QStringLiteral("version"), ToolLibraryVersion::latestVersion())}};
+    return ToolLibrary::fromJson(JsonConvert::fromQVariantMap(library));
+}
+
+std::unique_ptr<ToolPage> ToolLibraryInterfaceImpl::fetchTools(const ToolPageRequest &request)
+{
+    const ToolPageAggregator aggregator([this](const ToolLibraryLocator &locator) { return getToolSource(locator); });
+    return validatePageTools(aggregator.fetchPage(request));
+}
+
+std::optional<ToolLibraryLocator> ToolLibraryInterfaceImpl::getActiveDocumentUrl() const
+{
+    VARN_ASSERT(m_camDocuments);
+    const SafePointer<VarnDocument> active = m_camDocuments->active();
+    if (!active)
+        return std::nullopt;
+    return CamDocuments::urlOf(active);
+}
+
+ToolLibraryLocator ToolLibraryInterfaceImpl::getDocumentUrl(const VarnDocument &document) const
+{
+    return CamDocuments::urlOf(document);
+}
+
+std::optional<const LibraryTool> ToolLibraryInterfaceImpl::findToolById(ToolId toolId)
+{
+    const LibraryMetadataTree index = m_cachedLibraries->libraryIndex();
+    for (const auto &node : index.traverse()) {
+        if (node->metadata()->type() != LibraryMetadata::Type::Library)
+            continue;
+        const ToolLibraryLocator &locator = node->metadata()->url();
+        // A vendor node stands for a library that this machine may not have; there is nothing to load behind it.
+        if (ToolLibraryUrl(locator).protocol() == ToolLibraryUrl::Vendor)
+            continue;
+        if (std::optional<const LibraryTool> found = findToolById(locator, toolId))
+            return found;
+    }
+    return std::nullopt;
+}
+
+std::optional<const LibraryTool> ToolLibraryInterfaceImpl::findToolById(ToolLibraryLocator library, ToolId toolId)
+{
+    const std::shared_ptr<DiskLibrary> source = getDocumentOrCacheLibrary(ToolLibraryUrl(library));
+    const std::optional<std::shared_ptr<Tool>> tool = source->get(toolId);
+    if (!tool)
+        return std::nullopt;
+    return LibraryTool(library, (*tool)->clone());
+}
+
+std::vector<ToolLibraryLocator> ToolLibraryInterfaceImpl::getAllLibraryUrls() const
+{
+    std::vector<ToolLibraryLocator> urls;
+    const LibraryMetadataTree index = m_cachedLibraries->libraryIndex();
+    for (const auto &node : index.traverse())
+        if (node->metadata()->type() != LibraryMetadata::Type::Folder)
+            urls.push_back(node->metadata()->url());
+    return urls;
+}
+
+std::vector<LibraryTool> ToolLibraryInterfaceImpl::getToolsFromLibrary(ToolLibraryLocator library) const
+{
+    const std::shared_ptr<const ToolSource> source = getDocumentOrCacheLibrary(ToolLibraryUrl(library));
+    std::vector<LibraryTool> tools;
+    tools.reserve(source->numberOfTools());
+    const auto end = source->end();
+    for (auto at = source->begin(); !(at == end); ++at)
+        tools.emplace_back(library, (*at)->clone()); // a tool of the walk leans on the library
+    return tools;
+}
+
+void ToolLibraryInterfaceImpl::setActiveDocument(SafePointer<VarnDocument> document)
+{
+    VARN_EXPECTS(m_camDocuments);
+    m_camDocuments->setActive(std::move(document));
+}
+
+void ToolLibraryInterfaceImpl::refreshDocumentLibraries()
+{
+    VARN_EXPECTS(m_camDocuments);
+    TaskDispatcher::runOnThread([this] { m_camDocuments->refresh(); }, VarnMainThreadExecutor()).get();
+    m_cachedLibraries->refreshDocumentLibraries();
+}
+
+std::shared_ptr<ToolSource> ToolLibraryInterfaceImpl::getToolSource(const ToolLibraryLocator &locator) const
+{
+    const ToolLibraryUrl url(locator);
+    if (m_cachedLibraries->hasLibrary(url))
+        return m_cachedLibraries->getLoadedLibrary(url);
+    const AbortableImpl never; // nobody holds it who could abort
+    return ToolSourceLoader::load(locator, never);
+}
+
+std::shared_ptr<DiskLibrary> ToolLibraryInterfaceImpl::getDocumentLibrary(const ToolLibraryUrl &url) const
+{
+    VARN_EXPECTS(url.isDocumentLibrary());
+    const auto find = [this, &url] {
+        if (!m_camDocuments->document(url))
+            throw LibraryMissing("Document not found");
+    };
+    TaskDispatcher::runOnThread(find, VarnMainThreadExecutor()).get();
+    throw NotSupportedError("Not yet supported");
+}
+
+std::shared_ptr<DiskLibrary> ToolLibraryInterfaceImpl::getDocumentOrCacheLibrary(const ToolLibraryUrl &url) const
+{
+    return url.isDocumentLibrary() ? getDocumentLibrary(url) : m_cachedLibraries->getLoadedLibrary(url);
+}
+
+std::unique_ptr<ToolPage> ToolLibraryInterfaceImpl::validatePageTools(std::unique_ptr<ToolPage> page) const
+{
+    // A page that was to be checked and was not must not look as if it had been.
+    if (Options::getEnableToolValidation())
+        throw NotSupportedError("Not yet supported");
+    return page;
+}
+
+} // namespace Varn::ToolLibraries

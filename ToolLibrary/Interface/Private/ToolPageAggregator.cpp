@@ -1,0 +1,119 @@
+#include "ToolLibrary/Interface/Private/ToolPageAggregator.h"
+
+#include "ToolLibrary/Interface/Private/IndexedTool.h"
+#include "ToolLibrary/Interface/Private/ToolSourceSink/ToolSource.h"
+#include "ToolLibrary/Interface/Private/ToolTypeRecorder.h"
+#include "platform/core/ToolLibraryVersion.h"
+#include "platform/tool/ErrorResult.h"
+#include "platform/tool/Exception.h"
+#include "platform/tool/JsonText.h"
+#include "platform/utils/Messages.h"
+#include "util/utility/Assert.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <utility>
+
+namespace Varn::ToolLibraries {
+
+namespace {
+
+/// True for a text that asks for nothing: no text, or a JSON array without elements.
+bool asksNothing(std::string_view state)
+{
+    if (state.empty())
+        return true;
+    const std::optional<Json::Value> value = JsonText::parse(state, nullptr);
+    return value && value->isArray() && value->empty();
+}
+
+void refuseWhatIsNotServed(const ToolPageRequest &request)
+{
+    if (!request.searchQuery().empty() || !asksNothing(request.filtersState()) || !asksNothing(request.sortState()))
+        throw NotSupportedError("Not yet supported");
+}
+
+void sortByGuid(std::vector<std::unique_ptr<IndexedTool>> &tools)
+{
+    std::vector<std::pair<Guid, std::unique_ptr<IndexedTool>>> keyed;
+    keyed.reserve(tools.size());
+    for (auto &tool : tools) {
+        const Guid guid = tool->getTool().getToolId().guid();
+        keyed.emplace_back(guid, std::move(tool));
+    }
+    std::ranges::stable_sort(keyed, [](const auto &a, const auto &b) { return Guid::compare(a.first, b.first) < 0; });
+    std::ranges::transform(keyed, tools.begin(), [](auto &entry) { return std::move(entry.second); });
+}
+
+} // namespace
+
+ToolPageAggregator::ToolPageAggregator(LibraryGetter getLibrary)
+    : m_getLibrary(std::move(getLibrary)), m_latestVersion(ToolLibraryVersion::latestVersion())
+{
+    VARN_EXPECTS(m_getLibrary);
+}
+
+std::unique_ptr<ToolPage> ToolPageAggregator::fetchPage(const ToolPageRequest &request) const
+{
+    refuseWhatIsNotServed(request);
+    const Window window{request.pageLimit(), request.pageOffset()};
+    const std::int64_t pageEnd = std::int64_t{window.limit} + window.offset;
+    Counters counters;
+    bool filled = false;
+    Json::Value tools;
+    ToolTypeRecorder recorder;
+    for (const ToolLibraryLocator &locator : request.libraryIds()) {
+        Json::Value &entry = tools[Messages::fromWideUnicodeToUTF8(locator.url())];
+        if (filled) {
+            entry = Json::Value(Json::arrayValue);
+            continue;
+        }
+        entry = fetchToolsInPage(locator, recorder, window, counters);
+        filled = counters.matched > pageEnd;
+    }
+    return ToolPage::make(std::move(tools), recorder.getRecordedToolTypes(), window.limit, window.offset,
+                          counters.matched, counters.total, m_latestVersion);
+}
+
+Json::Value ToolPageAggregator::fetchToolsInPage(const ToolLibraryLocator &locator, ToolTypeRecorder &recorder,
+                                                 Window window, Counters &counters) const
+{
+    std::shared_ptr<ToolSource> source;
+    try {
+        source = m_getLibrary(locator);
+    } catch (const Exception &failure) {
+        return ErrorResult::createPayload(failure.what(), failure.translatedWhat());
+    }
+    VARN_ASSERT_TEXT(source->getVersion() == m_latestVersion,
+                     "Tool library should have been migrated to the latest version already");
+    int seen = 0;
+    const std::vector<std::unique_ptr<IndexedTool>> matches = fetchToolsInLibrary(*source, seen);
+    counters.total += seen;
+    Json::Value page(Json::arrayValue);
+    const std::int64_t pageEnd = std::int64_t{window.limit} + window.offset;
+    for (const auto &match : matches) {
+        ++counters.matched;
+        if (counters.matched > window.offset && counters.matched <= pageEnd)
+            page.append(match->getTool().getToolValue());
+        recorder.addToolType(match->getType());
+    }
+    return page;
+}
+
+std::vector<std::unique_ptr<IndexedTool>> ToolPageAggregator::fetchToolsInLibrary(const ToolSource &source, int &seen)
+{
+    std::vector<std::unique_ptr<IndexedTool>> tools;
+    tools.reserve(source.numberOfTools());
+    const auto end = source.end();
+    for (auto at = source.begin(); !(at == end); ++at) {
+        std::unique_ptr<const Tool> tool = *at;
+        if (!tool)
+            continue;
+        ++seen;
+        tools.push_back(std::make_unique<IndexedTool>(std::move(tool)));
+    }
+    sortByGuid(tools);
+    return tools;
+}
+
+} // namespace Varn::ToolLibraries

@@ -1,0 +1,53 @@
+// ToolPageAggregator.h -- answers the request for one page of tools over one or more libraries. Runs on the caller's
+// thread; copies are independent.
+#pragma once
+
+#include "ToolLibrary/ToolLibraryExport.h"
+#include "platform/tool/ToolLibraryLocator.h"
+#include "platform/tool/ToolPage.h"
+#include "platform/tool/ToolPageRequest.h"
+
+#include <json/value.h>
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+namespace Varn::ToolLibraries {
+
+class IndexedTool;
+class ToolSource;
+class ToolTypeRecorder;
+
+class TOOL_LIBRARY_EXPORT ToolPageAggregator
+{
+public:
+    using LibraryGetter = std::function<std::shared_ptr<ToolSource>(const ToolLibraryLocator &)>;
+
+    /// \a getLibrary must not be empty.
+    explicit ToolPageAggregator(LibraryGetter getLibrary);
+
+    /// The tools in the order of their GUIDs, library after library. A library whose getter throws an Exception is an
+    /// error payload in place of its list. Once more tools matched than the page can hold, later libraries are not
+    /// opened, and count for nothing. A request with a filter, a search or an order throws NotSupportedError.
+    std::unique_ptr<ToolPage> fetchPage(const ToolPageRequest &request) const;
+
+private:
+    struct Window {
+        int limit;
+        int offset;
+    };
+    struct Counters {
+        int matched = 0;
+        int total = 0;
+    };
+
+    Json::Value fetchToolsInPage(const ToolLibraryLocator &locator, ToolTypeRecorder &recorder, Window window,
+                                 Counters &counters) const;
+    static std::vector<std::unique_ptr<IndexedTool>> fetchToolsInLibrary(const ToolSource &source, int &seen);
+
+    LibraryGetter m_getLibrary;
+    int m_latestVersion;
+};
+
+} // namespace Varn::ToolLibraries
