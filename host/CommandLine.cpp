@@ -1,0 +1,110 @@
+#include "host/CommandLine.h"
+
+#include "host/Commands.h"
+#include "host/Log.h"
+#include "platform/core/VarnApplication.h"
+#include "platform/utils/Messages.h"
+
+#include <CLI/CLI.hpp>
+
+#include <functional>
+
+namespace Quillon {
+
+namespace {
+
+struct GlobalOptions {
+    std::string home;
+    bool verbose = false;
+};
+
+void addExample(CLI::App &command, const std::string &example)
+{
+    command.footer("Example:\n  " + example);
+}
+
+/// What the chosen command does, and what to name in the line that tells of its failure.
+struct Action {
+    std::function<void()> run;
+    const std::string *subject = nullptr;
+};
+
+void addTools(CLI::App &app, const Streams &streams, Action &action, ToolsOptions &options)
+{
+    CLI::App *command = app.add_subcommand("tools", "List the tools of a library, a page at a time");
+    command->add_option("LIBRARY", options.library, "URL of the tree, or a file")->required();
+    command->add_option("--limit", options.limit, "Tools on the page")->capture_default_str()->check(CLI::NonNegativeNumber);
+    command->add_option("--offset", options.offset, "Tools before the page")
+        ->capture_default_str()
+        ->check(CLI::NonNegativeNumber);
+    command->add_flag("--json", options.json, "Print the page as JSON");
+    addExample(*command, "quillon tools \"samples/Milling Tools (Metric).json\" --limit 20");
+    command->callback([&] { action = {[&] { runTools(options, streams); }, &options.library}; });
+}
+
+void addShow(CLI::App &app, const Streams &streams, Action &action, ShowOptions &options)
+{
+    CLI::App *command = app.add_subcommand("show", "Show one tool with all its values");
+    command->add_option("LIBRARY", options.library, "URL of the tree, or a file")->required();
+    command->add_option("TOOL", options.tool, "GUID of the tool, or its beginning")->required();
+    command->add_flag("--json", options.json, "Print the tool as JSON");
+    addExample(*command, "quillon show \"samples/Milling Tools (Metric).json\" 821b1d1d");
+    command->callback([&] { action = {[&] { runShow(options, streams); }, &options.library}; });
+}
+
+void addRpc(CLI::App &app, const Streams &streams, Action &action)
+{
+    CLI::App *command = app.add_subcommand("rpc", "Answer JSON-RPC 2.0 on the standard streams, one message a line");
+    addExample(*command, R"(echo '{"jsonrpc":"2.0","id":1,"method":"getAllLibraryUrls","params":{}}' | quillon rpc)");
+    command->callback([&] { action = {[&] { runRpc(streams); }}; });
+}
+
+std::string oneLine(std::string text)
+{
+    for (char &character : text)
+        if (character == '\n' || character == '\r')
+            character = ' ';
+    return text;
+}
+
+ExitStatus run(const Action &action, const Streams &streams)
+{
+    try {
+        action.run();
+    } catch (const std::exception &failure) {
+        const std::string subject = action.subject ? *action.subject + ": " : std::string();
+        streams.err << oneLine(subject + failure.what()) << '\n';
+        return Failed;
+    }
+    return Done;
+}
+
+} // namespace
+
+ExitStatus runCommandLine(const std::vector<std::string> &arguments, const Streams &streams)
+{
+    CLI::App app("quillon: libraries of cutting tools", "quillon");
+    app.require_subcommand(1);
+    addExample(app, "quillon tools \"samples/Milling Tools (Metric).json\"");
+    GlobalOptions global;
+    app.add_option("--home", global.home, "Folder of all that quillon keeps")->envname("QUILLON_HOME");
+    app.add_flag("--verbose", global.verbose, "Write the log to the standard error");
+    Action action;
+    ToolsOptions tools;
+    ShowOptions show;
+    addTools(app, streams, action, tools);
+    addShow(app, streams, action, show);
+    addRpc(app, streams, action);
+    try {
+        app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend())); // it takes the last first
+    } catch (const CLI::ParseError &error) {
+        const int status = app.exit(error, streams.out, streams.err);
+        return status == 0 ? Done : WrongUsage;
+    }
+    if (!global.home.empty())
+        Varn::VarnApplication::setHomeFolder(Varn::Messages::fromUTF8ToWideUnicode(global.home));
+    const Log log(global.verbose ? &streams.err : nullptr);
+    return run(action, streams);
+}
+
+} // namespace Quillon

@@ -1,0 +1,18 @@
+#include "host/Commands.h"
+#include "host/RpcMethods.h"
+
+#include <string>
+
+namespace Quillon {
+
+void runRpc(const Streams &streams)
+{
+    JsonRpcDispatcher dispatcher;
+    addReadingMethods(dispatcher, makeEngine());
+    addConversionMethods(dispatcher);
+    for (std::string line; std::getline(streams.in, line);)
+        if (const std::optional<std::string> answer = dispatcher.handle(line))
+            streams.out << *answer << '\n' << std::flush;
+}
+
+} // namespace Quillon
