@@ -16,7 +16,7 @@ using Varn::Messages;
 namespace {
 
 constexpr std::size_t gap = 2;           // cells between columns
-constexpr std::size_t narrowest = 8;     // a shrinking column stays readable
+constexpr std::size_t narrowest = 6;     // a shrinking column stays readable
 constexpr const char *ellipsis = "\u2026";
 
 /// Cells of one character, after Unicode Standard Annex 11.
@@ -62,6 +62,11 @@ std::string padded(const std::string &text, std::size_t width, bool alignRight)
     return alignRight ? blanks + text : text + blanks;
 }
 
+std::size_t totalOf(const std::vector<std::size_t> &widths)
+{
+    return std::accumulate(widths.begin(), widths.end(), gap * (widths.size() - 1));
+}
+
 void trimRight(std::string &line)
 {
     line.erase(line.find_last_not_of(' ') + 1);
@@ -83,7 +88,7 @@ void TextTable::addRow(std::vector<std::string> cells)
     m_rows.push_back(std::move(cells));
 }
 
-std::vector<std::size_t> TextTable::columnWidths(std::size_t width) const
+std::vector<std::size_t> TextTable::neededWidths() const
 {
     std::vector<std::size_t> widths;
     for (std::size_t i = 0; i < m_columns.size(); ++i) {
@@ -91,16 +96,35 @@ std::vector<std::size_t> TextTable::columnWidths(std::size_t width) const
         for (const auto &row : m_rows)
             widths[i] = std::max(widths[i], displayWidth(row[i]));
     }
-    std::size_t total = std::accumulate(widths.begin(), widths.end(), gap * (m_columns.size() - 1));
-    while (width != 0 && total > width) { // the widest column gives first
-        std::size_t widest = m_columns.size();
-        for (std::size_t i = 0; i < m_columns.size(); ++i)
-            if (m_columns[i].mayShrink && widths[i] > narrowest && (widest == m_columns.size() || widths[i] > widths[widest]))
+    return widths;
+}
+
+std::size_t TextTable::shownColumns(const std::vector<std::size_t> &needed, std::size_t width) const
+{
+    std::vector<std::size_t> least = needed;
+    for (std::size_t i = 0; i < least.size(); ++i)
+        if (m_columns[i].mayShrink)
+            least[i] = std::min(least[i], narrowest);
+    while (least.size() > 1 && totalOf(least) > width)
+        least.pop_back();
+    return least.size();
+}
+
+std::vector<std::size_t> TextTable::columnWidths(std::size_t width) const
+{
+    std::vector<std::size_t> widths = neededWidths();
+    if (width == 0)
+        return widths;
+    widths.resize(shownColumns(widths, width));
+    const auto room = [&](std::size_t i) { return m_columns[i].mayShrink && widths[i] > narrowest ? widths[i] : 0; };
+    while (totalOf(widths) > width) { // the widest column gives first
+        std::size_t widest = 0;
+        for (std::size_t i = 1; i < widths.size(); ++i)
+            if (room(i) > room(widest))
                 widest = i;
-        if (widest == m_columns.size())
+        if (room(widest) == 0)
             break;
         --widths[widest];
-        --total;
     }
     return widths;
 }
@@ -111,7 +135,7 @@ std::string TextTable::print(std::size_t width) const
     std::string text;
     const auto addLine = [&](const auto &cellAt) {
         std::string line;
-        for (std::size_t i = 0; i < m_columns.size(); ++i)
+        for (std::size_t i = 0; i < widths.size(); ++i)
             line += (i ? std::string(gap, ' ') : "") + padded(cut(cellAt(i), widths[i]), widths[i], m_columns[i].alignRight);
         trimRight(line);
         text += line + '\n';

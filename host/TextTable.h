@@ -21,12 +21,14 @@ public:
     /// One text for each column, in UTF-8. A control character is shown as a blank.
     void addRow(std::vector<std::string> cells);
 
-    /// Title, rule and rows, each line ended; at most \a width character cells wide where shrinking allows it, and as wide
-    /// as it needs for a width of 0.
+    /// Title, rule and rows, each line ended; at most \a width character cells wide, for which columns shrink and, when that
+    /// is not enough, the last ones are left out. A width of 0 is as wide as it needs.
     std::string print(std::size_t width) const;
 
 private:
-    std::vector<std::size_t> columnWidths(std::size_t width) const;
+    std::vector<std::size_t> neededWidths() const;
+    std::size_t shownColumns(const std::vector<std::size_t> &needed, std::size_t width) const;
+    std::vector<std::size_t> columnWidths(std::size_t width) const; ///< of the columns that are shown
 
     std::vector<TextColumn> m_columns;
     std::vector<std::vector<std::string>> m_rows;

@@ -114,7 +114,8 @@ std::unique_ptr<ToolLibrary> ToolLibraryInterfaceImpl::library(const ToolLibrary
     const QVariantMap library{
         {QStringLiteral("data"), data.value(url)},
         {QStringLiteral("version"), page.value(QStringLiteral("version"), ToolLibraryVersion::latestVersion())}};
-    return ToolLibrary::fromJson(JsonConvert::fromQVariantMap(library));
+    const auto tools = static_cast<std::size_t>(data.value(url).toList().size());
+    return ToolLibrary::make(JsonConvert::fromQVariantMap(library), library.value(QStringLiteral("version")).toInt(), tools);
 }
 
 std::unique_ptr<ToolPage> ToolLibraryInterfaceImpl::fetchTools(const ToolPageRequest &request)

@@ -47,10 +47,10 @@ void sortByGuid(std::vector<std::unique_ptr<IndexedTool>> &tools)
 
 } // namespace
 
-ToolPageAggregator::ToolPageAggregator(LibraryGetter getLibrary)
-    : m_getLibrary(std::move(getLibrary)), m_latestVersion(ToolLibraryVersion::latestVersion())
+ToolPageAggregator::ToolPageAggregator(LibraryGetter getLibrary) : m_latestVersion(ToolLibraryVersion::latestVersion())
 {
-    VARN_EXPECTS(m_getLibrary);
+    VARN_EXPECTS(getLibrary);
+    m_getLibrary = std::move(getLibrary);
 }
 
 std::unique_ptr<ToolPage> ToolPageAggregator::fetchPage(const ToolPageRequest &request) const

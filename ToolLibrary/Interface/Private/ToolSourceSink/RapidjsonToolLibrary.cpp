@@ -44,6 +44,13 @@ void requireObjects(const Value &tools)
         throw LibraryFormatError("JSON tool data format is invalid");
 }
 
+/// Cuts the array to its first \a length elements.
+void truncate(Value &array, rapidjson::SizeType length)
+{
+    if (length < array.Size())
+        array.Erase(array.Begin() + length, array.End());
+}
+
 /// What migration has made of a tool, or null when the tool does not survive it.
 Value migrated(const Value &tool, int version, RapidJsonConvert::Allocator &allocator)
 {
@@ -63,7 +70,7 @@ void upgradeTools(Value &tools, int version, RapidJsonConvert::Allocator &alloca
         if (!current.IsNull())
             tools[kept++] = std::move(current);
     }
-    tools.Erase(tools.Begin() + kept, tools.End());
+    truncate(tools, kept);
 }
 
 template <typename Failure>
@@ -256,7 +263,7 @@ void RapidjsonToolLibrary::removeToolsWithDuplicateGuids()
             tools[kept].Swap(tools[i]);
         ++kept;
     }
-    tools.Erase(tools.Begin() + kept, tools.End());
+    truncate(tools, kept);
 }
 
 void RapidjsonToolLibrary::validateSchema() const
