@@ -48,7 +48,7 @@ void addShow(CLI::App &app, const Streams &streams, Action &action, ShowOptions 
     command->add_option("LIBRARY", options.library, "URL of the tree, or a file")->required();
     command->add_option("TOOL", options.tool, "GUID of the tool, or its beginning")->required();
     command->add_flag("--json", options.json, "Print the tool as JSON");
-    addExample(*command, "quillon show \"samples/Milling Tools (Metric).json\" 821b1d1d");
+    addExample(*command, "quillon show \"samples/Milling Tools (Metric).json\" 365c8ec4");
     command->callback([&] { action = {[&] { runShow(options, streams); }, &options.library}; });
 }
 

@@ -12,8 +12,7 @@ namespace Varn {
 
 namespace {
 
-using enum ToolGeometry::InsertType;
-using enum ToolGeometry::HolderType;
+using G = ToolGeometry; // short, for the sake of the tables
 
 struct GeneralInsertRow {
     ToolGeometry::InsertType insert;
@@ -27,39 +26,39 @@ struct GeneralInsertRow {
 // turning, and "custom" for boring, so they have no column.
 // clang-format off
 constexpr GeneralInsertRow generalInserts[] = {
-    // insert        letters                    boring bars
-    {INSERT_CUSTOM, "ABCDEFGHJKLMNPQRSTUVWY", "FGJKLPQSTUWY"},
-    {INSERT_A,      "ABCDEFGJKLMNRSTUVWY",    "FGJKLSTUWY"},
-    {INSERT_B,      "ABCDEFGJKLMNRSTUVWY",    "FGJKLSTUWY"},
-    {INSERT_C,      "ABCDEFGJKLMNRSTUVWY",    "FGJKLSTUWY"},
-    {INSERT_D,      "ABCDEFGHJKLMNPQRSTUVWY", "FGJKLPQSTUWY"},
-    {INSERT_E,      "ABCDEFGJKLMNRSTUVWY",    "FGJKLSTUWY"},
-    {INSERT_H,      "DEMSTW",                 "FSTW"},
-    {INSERT_K,      "ABCDEFGHJKLMNPQRSTUVWY", "FGJKLPQSTUWY"},
-    {INSERT_L,      "ABCDEFGKMNRSTVWY",       "FGKSTWY"},
-    {INSERT_M,      "ABCDEFGJKMNRSTUVWY",     "FGJKSTUWY"},
-    {INSERT_O,      "DS",                     "FS"},
-    {INSERT_P,      "DEMNSTW",                "FSTW"},
-    {INSERT_R,      "DG",                     "FS"},
-    {INSERT_S,      "ABCDEFGKMNRSTVWY",       "FGKSTWY"},
-    {INSERT_T,      "ABCDEFGHJKLMNPQRSTUVWY", "FGJKLPQSTUWY"},
-    {INSERT_V,      "ABCDEFGHJKLMNPQRSTUVWY", "FGJKLPQSTUWY"},
-    {INSERT_W,      "ABCDEFGJKLMNRSTUVWY",    "FGJKLSTUWY"},
+    // insert           letters                    boring bars
+    {G::INSERT_CUSTOM, "ABCDEFGHJKLMNPQRSTUVWY", "FGJKLPQSTUWY"},
+    {G::INSERT_A,      "ABCDEFGJKLMNRSTUVWY",    "FGJKLSTUWY"},
+    {G::INSERT_B,      "ABCDEFGJKLMNRSTUVWY",    "FGJKLSTUWY"},
+    {G::INSERT_C,      "ABCDEFGJKLMNRSTUVWY",    "FGJKLSTUWY"},
+    {G::INSERT_D,      "ABCDEFGHJKLMNPQRSTUVWY", "FGJKLPQSTUWY"},
+    {G::INSERT_E,      "ABCDEFGJKLMNRSTUVWY",    "FGJKLSTUWY"},
+    {G::INSERT_H,      "DEMSTW",                 "FSTW"},
+    {G::INSERT_K,      "ABCDEFGHJKLMNPQRSTUVWY", "FGJKLPQSTUWY"},
+    {G::INSERT_L,      "ABCDEFGKMNRSTVWY",       "FGKSTWY"},
+    {G::INSERT_M,      "ABCDEFGJKMNRSTUVWY",     "FGJKSTUWY"},
+    {G::INSERT_O,      "DS",                     "FS"},
+    {G::INSERT_P,      "DEMNSTW",                "FSTW"},
+    {G::INSERT_R,      "DG",                     "FS"},
+    {G::INSERT_S,      "ABCDEFGKMNRSTVWY",       "FGKSTWY"},
+    {G::INSERT_T,      "ABCDEFGHJKLMNPQRSTUVWY", "FGJKLPQSTUWY"},
+    {G::INSERT_V,      "ABCDEFGHJKLMNPQRSTUVWY", "FGJKLPQSTUWY"},
+    {G::INSERT_W,      "ABCDEFGJKLMNRSTUVWY",    "FGJKLSTUWY"},
 };
 
 constexpr ToolGeometry::HolderType threadingHolders[] = {
-    HOLDER_THREAD_STRAIGHT,
-    HOLDER_THREAD_OFFSET,
-    HOLDER_THREAD_INTERNAL,
-    HOLDER_CUSTOM,
+    G::HOLDER_THREAD_STRAIGHT,
+    G::HOLDER_THREAD_OFFSET,
+    G::HOLDER_THREAD_INTERNAL,
+    G::HOLDER_CUSTOM,
 };
 
 constexpr ToolGeometry::HolderType groovingHolders[] = {
-    HOLDER_GROOVE_EXTERNAL,
-    HOLDER_PARTING_BLADE, // not for a V, which cannot part
-    HOLDER_GROOVE_FACE,
-    HOLDER_GROOVE_INTERNAL,
-    HOLDER_CUSTOM,
+    G::HOLDER_GROOVE_EXTERNAL,
+    G::HOLDER_PARTING_BLADE, // not for a V, which cannot part
+    G::HOLDER_GROOVE_FACE,
+    G::HOLDER_GROOVE_INTERNAL,
+    G::HOLDER_CUSTOM,
 };
 // clang-format on
 
@@ -78,12 +77,12 @@ constexpr bool generalInsertsStandAtTheirValue()
     return true;
 }
 
-static_assert(std::size(generalInserts) == INSERT_W + 1);
+static_assert(std::size(generalInserts) == G::INSERT_W + 1);
 static_assert(generalInsertsStandAtTheirValue());
 
 bool isGeneralHolder(const GeneralInsertRow &row, ToolGeometry::HolderType holder)
 {
-    if (holder == HOLDER_OFFSET_PROFILE || holder == HOLDER_CUSTOM)
+    if (holder == G::HOLDER_OFFSET_PROFILE || holder == G::HOLDER_CUSTOM)
         return true;
     const std::string_view style = holderTypeRow(holder).key;
     return style.size() == 1 && row.letters.find(style) != std::string_view::npos;
@@ -91,9 +90,9 @@ bool isGeneralHolder(const GeneralInsertRow &row, ToolGeometry::HolderType holde
 
 bool isBoringHolder(const GeneralInsertRow &row, ToolGeometry::HolderType holder)
 {
-    if (holder == HOLDER_CUSTOM)
+    if (holder == G::HOLDER_CUSTOM)
         return true;
-    if (holder < HOLDER_BORING_BAR_F || holder > HOLDER_BORING_BAR_Y)
+    if (holder < G::HOLDER_BORING_BAR_F || holder > G::HOLDER_BORING_BAR_Y)
         return false;
     const char bar = holderTypeRow(holder).key.back(); // "boring bar f"
     return row.boringBars.find(static_cast<char>(bar - 'a' + 'A')) != std::string_view::npos;
@@ -103,7 +102,7 @@ bool isBoringHolder(const GeneralInsertRow &row, ToolGeometry::HolderType holder
 
 bool isHolderSupported(ToolGeometry::Type type, ToolGeometry::InsertType insert, ToolGeometry::HolderType holder)
 {
-    const bool isInsert = insert >= INSERT_CUSTOM && insert <= INSERT_THREAD_TRAPEZOID;
+    const bool isInsert = insert >= G::INSERT_CUSTOM && insert <= G::INSERT_THREAD_TRAPEZOID;
     if (!isInsert)
         return false;
     const InsertUse use = insertTypeRow(insert).use;
@@ -116,7 +115,7 @@ bool isHolderSupported(ToolGeometry::Type type, ToolGeometry::InsertType insert,
         return use == InsertUse::Threading && contains(threadingHolders, holder);
     case ToolGeometry::TYPE_TURNING_GROOVING:
         return use == InsertUse::Grooving && contains(groovingHolders, holder) &&
-               !(insert == INSERT_GROOVE_V && holder == HOLDER_PARTING_BLADE);
+               !(insert == G::INSERT_GROOVE_V && holder == G::HOLDER_PARTING_BLADE);
     default:
         return false;
     }

@@ -1,0 +1,74 @@
+#!/usr/bin/env python3
+"""Write the sample libraries that a fresh machine has.
+
+    make_samples.py           write them beside this script
+    make_samples.py --check   write nothing; exit 1 and name each file that differs from what would be written
+
+The same bytes come out on any machine: nothing is drawn, and no clock or environment is read. Only the Python 3
+standard library is used. All tools are invented; sizes are those of public standards, which the tables name.
+
+A library is a row of LIBRARIES: its name, the unit of its tools, the function that puts them on a shelf, and the module
+with its tables of sizes.
+"""
+
+import argparse
+import os
+import sys
+
+sys.dont_write_bytecode = True  # the folder is shipped as it is
+sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
+
+import hole_making  # noqa: E402
+import hole_making_inch  # noqa: E402
+import hole_making_metric  # noqa: E402
+import mills  # noqa: E402
+import mills_inch  # noqa: E402
+import mills_metric  # noqa: E402
+from library import INCH, METRIC, Shelf  # noqa: E402
+
+LIBRARIES = [
+    ("Hole Making Tools (Inch)",   INCH,   hole_making.fill, hole_making_inch),
+    ("Hole Making Tools (Metric)", METRIC, hole_making.fill, hole_making_metric),
+    ("Milling Tools (Inch)",       INCH,   mills.fill,       mills_inch),
+    ("Milling Tools (Metric)",     METRIC, mills.fill,       mills_metric),
+]
+
+
+def texts():
+    """File name and whole text of each library."""
+    for name, unit, fill, sizes in LIBRARIES:
+        shelf = Shelf(unit)
+        fill(shelf, sizes)
+        yield name + ".json", shelf.text()
+
+
+def differing(folder):
+    """Names of the files in the folder that are missing or not as they would be written."""
+    for name, text in texts():
+        try:
+            with open(os.path.join(folder, name), "rb") as file:
+                if file.read() == text.encode("utf-8"):
+                    continue
+        except FileNotFoundError:
+            pass
+        yield name
+
+
+def main():
+    parser = argparse.ArgumentParser(description="Write the sample libraries beside this script.")
+    parser.add_argument("--check", action="store_true", help="write nothing; exit 1 if a file differs, and name it")
+    arguments = parser.parse_args()
+    folder = os.path.dirname(os.path.abspath(__file__))
+    if arguments.check:
+        names = list(differing(folder))
+        for name in names:
+            print("%s differs from what make_samples.py writes" % name, file=sys.stderr)
+        return 1 if names else 0
+    for name, text in texts():
+        with open(os.path.join(folder, name), "wb") as file:
+            file.write(text.encode("utf-8"))
+    return 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
