@@ -20,8 +20,13 @@ RULES = [
 SOURCE_RULES = [
     (re.compile(r"\b(DISABLED_|GTEST_SKIP)"), "a test that does not run"),
     (re.compile(r"\busing namespace std;"), "all of std in scope"),
-    (re.compile(r"\b(printf|std::endl)\b(?!_)"), "output goes through a stream that the caller gives"),
+    (re.compile(r"\bstd::endl\b"), "a flush that nobody needs"),
 ]
+# What the libraries must not hold beside that.
+LIBRARY_RULES = [
+    (re.compile(r"\b(printf|std::cout|std::cerr)\b"), "a library prints nothing"),
+]
+LIBRARIES = ("ToolLibrary/", "platform/")
 SOURCES = (".cpp", ".h", ".cmake", "CMakeLists.txt", ".py")
 TEXTS = SOURCES + (".md", ".txt", "dev", ".ci/run")
 EXCEPT = {"tests/check_sources.py"}
@@ -44,6 +49,7 @@ def faults(name):
         return
     lines = text.split("\n")
     rules = RULES + (SOURCE_RULES if name.endswith((".cpp", ".h")) else [])
+    rules += LIBRARY_RULES if name.startswith(LIBRARIES) else []
     for number, line in enumerate(lines, 1):
         for pattern, why in rules:
             if pattern.search(line):
