@@ -1,7 +1,7 @@
 // CamDocuments.h -- the open documents as the tool library sees them: by URL, with one of them active.
 //
-// The list changes only in refresh(), which runs on the main thread; the other operations may be called on any thread while
-// no refresh is under way.
+// The list changes only in refresh(), which runs on the main thread; the other operations may be called on any thread
+// while no refresh is under way.
 #pragma once
 
 #include "ToolLibrary/IO/ToolLibraryUrl.h"

@@ -44,8 +44,8 @@ std::size_t printBare(const rapidjson::Document &document)
 ToolTable::ToolTable(const rapidjson::Document &library)
 {
     check(sqlite3_open(":memory:", &m_database), m_database);
-    check(sqlite3_exec(m_database, "create table tool (guid text primary key, json text) without rowid; begin",
-                       nullptr, nullptr, nullptr),
+    check(sqlite3_exec(m_database, "create table tool (guid text primary key, json text) without rowid; begin", nullptr,
+                       nullptr, nullptr),
           m_database);
     sqlite3_stmt *insert = nullptr;
     check(sqlite3_prepare_v2(m_database, "insert into tool values (?, ?)", -1, &insert, nullptr), m_database);

@@ -21,7 +21,8 @@ void make(std::size_t tools, const std::string &file)
 {
     std::filesystem::create_directories(std::filesystem::path(file).parent_path());
     const std::string command = std::string("python3 '") + GENERATOR + "' --format indented --seed 7 --count " +
-                                std::to_string(tools) + " -o '" + file + ".part' && mv '" + file + ".part' '" + file + "'";
+                                std::to_string(tools) + " -o '" + file + ".part' && mv '" + file + ".part' '" + file +
+                                "'";
     if (std::system(command.c_str()) != 0)
         throw std::runtime_error("Could not make " + file);
 }

@@ -50,7 +50,8 @@ Pair measurePair(const Work &ours, const Work &bare, double seconds)
 
 void printHeader()
 {
-    std::printf("%-44s %8s %12s %12s  %-22s %6s %6s\n", "operation", "tools", "ours", "bare", "bare is", "ratio", "goal");
+    std::printf("%-44s %8s %12s %12s  %-22s %6s %6s\n", "operation", "tools", "ours", "bare", "bare is", "ratio",
+                "goal");
 }
 
 void printRatio(const std::string &operation, std::size_t tools, Pair times, const std::string &bareName, double goal)

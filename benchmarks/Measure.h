@@ -9,8 +9,8 @@ namespace Bench {
 
 using Work = std::function<void()>;
 
-/// The shortest time of each of two works, in seconds, measured in turns so that both meet the same noise. The works are
-/// repeated for about \a seconds, at least three times each.
+/// The shortest time of each of two works, in seconds, measured in turns so that both meet the same noise. The works
+/// are repeated for about \a seconds, at least three times each.
 struct Pair {
     double ours;
     double bare;

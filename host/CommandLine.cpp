@@ -33,7 +33,9 @@ void addTools(CLI::App &app, const Streams &streams, Action &action, ToolsOption
 {
     CLI::App *command = app.add_subcommand("tools", "List the tools of a library, a page at a time");
     command->add_option("LIBRARY", options.library, "URL of the tree, or a file")->required();
-    command->add_option("--limit", options.limit, "Tools on the page")->capture_default_str()->check(CLI::NonNegativeNumber);
+    command->add_option("--limit", options.limit, "Tools on the page")
+        ->capture_default_str()
+        ->check(CLI::NonNegativeNumber);
     command->add_option("--offset", options.offset, "Tools before the page")
         ->capture_default_str()
         ->check(CLI::NonNegativeNumber);

@@ -118,7 +118,8 @@ std::string describeUrl(const ToolLibraryUrl &url)
         description[row.name] = (url.*row.test)();
     for (const UrlText &row : urlTexts)
         description[row.name] = valueOrError([&] { return Json::Value((url.*row.text)().toStdString()); });
-    description["libraryFileSystemPath"] = Messages::fromWideUnicodeToUTF8(FileSystem::fromPath(url.libraryFileSystemPath()));
+    description["libraryFileSystemPath"] =
+        Messages::fromWideUnicodeToUTF8(FileSystem::fromPath(url.libraryFileSystemPath()));
     description["documentUrl"] = url.documentUrl().url().toStdString();
     description["parentUrl"] = url.parentUrl().url().toStdString();
     return JsonText::print(description);
@@ -189,8 +190,8 @@ std::string toolProperties(const RpcParameters &parameters)
     Json::Value properties(Json::objectValue);
     for (const std::string &key : parameters.textList("keys")) {
         const std::optional<Tool::Property> property = tool->getRawProperty(key);
-        properties[key] = property ? std::visit([](const auto &value) { return Json::Value(value); }, *property)
-                                   : Json::Value();
+        properties[key] =
+            property ? std::visit([](const auto &value) { return Json::Value(value); }, *property) : Json::Value();
     }
     return JsonText::print(properties);
 }
@@ -231,11 +232,13 @@ void addUrlMethods(JsonRpcDispatcher &dispatcher)
     dispatcher.add("ToolLibraryUrl.fromPath",
                    {{{"path", RpcKind::Text}, {"protocol", RpcKind::Integer}},
                     [](const RpcParameters &parameters) { return jsonOf(urlFromPath(parameters).url()); }});
-    dispatcher.add("ToolLibraryUrl.makeUniqueUrlOnDisk", {{url}, [](const RpcParameters &parameters) {
+    dispatcher.add("ToolLibraryUrl.makeUniqueUrlOnDisk",
+                   {{url}, [](const RpcParameters &parameters) {
                         const ToolLibraryUrl wanted(parameters.qText("url"));
                         return jsonOf(ToolLibraryUrl::makeUniqueUrlOnDisk(wanted).url());
                     }});
-    dispatcher.add("ToolLibraryUrl.allFileExtensions", {{withDot}, [](const RpcParameters &parameters) {
+    dispatcher.add("ToolLibraryUrl.allFileExtensions",
+                   {{withDot}, [](const RpcParameters &parameters) {
                         return jsonOf(ToolLibraryUrl::allFileExtensions(parameters.boolean("withDot")));
                     }});
     dispatcher.add("ToolLibraryUrl.atRestFileExtensions",
@@ -253,10 +256,11 @@ void addConversionMethods(JsonRpcDispatcher &dispatcher)
     const RpcParameter locator{"locator", RpcKind::Locator};
     const RpcParameter tool{"tool", RpcKind::Object};
     const RpcParameter keys{"keys", RpcKind::TextList};
-    dispatcher.add("ToolLibraryLocatorInterrogator.describe", {{locator}, [](const RpcParameters &parameters) {
-                        return describeLocator(parameters.locator("locator"));
-                    }});
-    dispatcher.add("ToolSourceLoader.load", {{locator}, [](const RpcParameters &parameters) {
+    dispatcher.add(
+        "ToolLibraryLocatorInterrogator.describe",
+        {{locator}, [](const RpcParameters &parameters) { return describeLocator(parameters.locator("locator")); }});
+    dispatcher.add("ToolSourceLoader.load",
+                   {{locator}, [](const RpcParameters &parameters) {
                         return ToolSourceLoader::load(parameters.locator("locator"), Varn::AbortableImpl())->toJson();
                     }});
     dispatcher.add("Tool.properties", {{tool, keys, {"as", RpcKind::Text, true}}, &toolProperties});

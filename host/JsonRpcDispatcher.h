@@ -1,5 +1,5 @@
-// JsonRpcDispatcher.h -- JSON-RPC 2.0: takes a message, calls the method that it names, gives the answer. Knows nothing of
-// where messages come from. One message at a time.
+// JsonRpcDispatcher.h -- JSON-RPC 2.0: takes a message, calls the method that it names, gives the answer. Knows nothing
+// of where messages come from. One message at a time.
 #pragma once
 
 #include "host/RpcParameters.h"

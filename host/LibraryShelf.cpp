@@ -40,10 +40,9 @@ struct LibraryShelf::Load {
 
 LibraryShelf::LibraryShelf() : m_loads(std::make_shared<Varn::AbortableImpl>())
 {
-    m_index.insert(std::make_shared<LibraryMetadata>(LocaleRegistry::registerMessage("User Libraries").asWideString(),
-                                                     LibraryMetadata::Type::Folder,
-                                                     ToolLibraryLocator::UserLibrariesFolder, std::nullopt,
-                                                     std::nullopt));
+    m_index.insert(std::make_shared<LibraryMetadata>(
+        LocaleRegistry::registerMessage("User Libraries").asWideString(), LibraryMetadata::Type::Folder,
+        ToolLibraryLocator::UserLibrariesFolder, std::nullopt, std::nullopt));
     addFolder(ToolLibraryUrl(QStringLiteral("Local"), ToolLibraryUrl::Local));
     addFolder(ToolLibraryUrl(QStringLiteral("Samples"), ToolLibraryUrl::System));
 }
@@ -53,8 +52,7 @@ LibraryShelf::~LibraryShelf() = default;
 void LibraryShelf::addFolder(const ToolLibraryUrl &folder)
 {
     const bool readOnly = folder.isSystemLibrary();
-    m_index.insert(
-        node(folder, LibraryMetadata::Type::Folder, ToolLibraryLocator::UserLibrariesFolder, readOnly));
+    m_index.insert(node(folder, LibraryMetadata::Type::Folder, ToolLibraryLocator::UserLibrariesFolder, readOnly));
     const QDir dir(folder.fullFilePath());
     for (const QString &name : dir.entryList({QStringLiteral("*.json")}, QDir::Files, QDir::Name)) {
         const ToolLibraryUrl url = folder.makeChildUrl(name);

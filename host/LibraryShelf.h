@@ -1,5 +1,5 @@
-// LibraryShelf.h -- the libraries in the person's own folder and among the samples, each read when it is first asked for.
-// Any thread.
+// LibraryShelf.h -- the libraries in the person's own folder and among the samples, each read when it is first asked
+// for. Any thread.
 #pragma once
 
 #include "ToolLibrary/Interface/ToolLibraryCache.h"

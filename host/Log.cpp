@@ -19,8 +19,8 @@ namespace {
 
 std::string lineOf(int level, std::string_view text)
 {
-    return QDateTime::currentDateTimeUtc().toString(Qt::ISODateWithMs).toStdString() + ' ' + std::to_string(level) + ' ' +
-           std::string(text) + '\n';
+    return QDateTime::currentDateTimeUtc().toString(Qt::ISODateWithMs).toStdString() + ' ' + std::to_string(level) +
+           ' ' + std::string(text) + '\n';
 }
 
 void appendToFile(const std::string &line)
@@ -35,13 +35,14 @@ void appendToFile(const std::string &line)
 
 Log::Log(std::ostream *stream)
 {
-    m_previous = Ox::AppLogMgr::setSink([stream, mutex = std::make_shared<std::mutex>()](int level, std::string_view text) {
-        const std::lock_guard lock(*mutex);
-        if (stream)
-            *stream << lineOf(level, text);
-        else
-            appendToFile(lineOf(level, text));
-    });
+    m_previous =
+        Ox::AppLogMgr::setSink([stream, mutex = std::make_shared<std::mutex>()](int level, std::string_view text) {
+            const std::lock_guard lock(*mutex);
+            if (stream)
+                *stream << lineOf(level, text);
+            else
+                appendToFile(lineOf(level, text));
+        });
 }
 
 Log::~Log()

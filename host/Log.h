@@ -7,8 +7,8 @@
 
 namespace Quillon {
 
-/// Until it dies, writes each line with its time and level to "quillon.log" in the app data folder, or to \a stream when
-/// there is one. The file is made with the first line; a log that cannot be written is no failure. Not nested.
+/// Until it dies, writes each line with its time and level to "quillon.log" in the app data folder, or to \a stream
+/// when there is one. The file is made with the first line; a log that cannot be written is no failure. Not nested.
 class Log
 {
 public:

@@ -58,9 +58,10 @@ void addReadingMethods(JsonRpcDispatcher &dispatcher, std::shared_ptr<ToolLibrar
                      {"pageLimit", RpcKind::Integer},
                      {"pageOffset", RpcKind::Integer}},
                     [engine](const RpcParameters &parameters) { return fetchTools(*engine, parameters); }});
-    dispatcher.add("getToolsFromLibrary", {oneLocator, [engine](const RpcParameters &parameters) {
-                                               return listOf(engine->getToolsFromLibrary(parameters.locator("locator")));
-                                           }});
+    dispatcher.add("getToolsFromLibrary",
+                   {oneLocator, [engine](const RpcParameters &parameters) {
+                        return listOf(engine->getToolsFromLibrary(parameters.locator("locator")));
+                    }});
     dispatcher.add("findToolById",
                    {{{"toolId", RpcKind::Text}, {"locator", RpcKind::Locator, true}},
                     [engine](const RpcParameters &parameters) { return findToolById(*engine, parameters); }});

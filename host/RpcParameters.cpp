@@ -88,8 +88,7 @@ ToolLibraryLocator toLocator(const Value &value)
 
 } // namespace
 
-RpcParameters::RpcParameters(std::span<const RpcParameter> declared, const rapidjson::Value *values)
-    : m_values(values)
+RpcParameters::RpcParameters(std::span<const RpcParameter> declared, const rapidjson::Value *values) : m_values(values)
 {
     for (const RpcParameter &parameter : declared) {
         const Value *value = find(parameter.name);

@@ -21,10 +21,10 @@ enum class RpcKind {
     Integer, ///< of 32 bits
     Boolean,
     Object,
-    Locator,      ///< a URL as text, or {"path": FILE}
-    TextList,     ///< a list of texts
-    LocatorList,  ///< a list of locators
-    ListOrText,   ///< a JSON list, or a text that is passed on as it is
+    Locator,     ///< a URL as text, or {"path": FILE}
+    TextList,    ///< a list of texts
+    LocatorList, ///< a list of locators
+    ListOrText,  ///< a JSON list, or a text that is passed on as it is
 };
 
 struct RpcParameter {
@@ -44,8 +44,8 @@ public:
 class RpcParameters
 {
 public:
-    /// \a values is an object, or null for none. Throws RpcParameterError for a parameter that is missing, unknown or of
-    /// the wrong kind.
+    /// \a values is an object, or null for none. Throws RpcParameterError for a parameter that is missing, unknown or
+    /// of the wrong kind.
     RpcParameters(std::span<const RpcParameter> declared, const rapidjson::Value *values);
 
     bool has(std::string_view name) const { return find(name) != nullptr; }

@@ -15,8 +15,8 @@ using Varn::Messages;
 
 namespace {
 
-constexpr std::size_t gap = 2;           // cells between columns
-constexpr std::size_t narrowest = 6;     // a shrinking column stays readable
+constexpr std::size_t gap = 2;       // cells between columns
+constexpr std::size_t narrowest = 6; // a shrinking column stays readable
 constexpr const char *ellipsis = "\u2026";
 
 /// Cells of one character, after Unicode Standard Annex 11.
@@ -39,7 +39,8 @@ std::size_t cellsOf(const std::wstring &text)
 std::string printable(const std::string &text)
 {
     std::wstring wide = Messages::fromUTF8ToWideUnicode(text);
-    std::ranges::replace_if(wide, [](wchar_t character) { return u_iscntrl(static_cast<UChar32>(character)) != 0; }, L' ');
+    std::ranges::replace_if(
+        wide, [](wchar_t character) { return u_iscntrl(static_cast<UChar32>(character)) != 0; }, L' ');
     return Messages::fromWideUnicodeToUTF8(wide);
 }
 
@@ -136,7 +137,8 @@ std::string TextTable::print(std::size_t width) const
     const auto addLine = [&](const auto &cellAt) {
         std::string line;
         for (std::size_t i = 0; i < widths.size(); ++i)
-            line += (i ? std::string(gap, ' ') : "") + padded(cut(cellAt(i), widths[i]), widths[i], m_columns[i].alignRight);
+            line += (i ? std::string(gap, ' ') : "") +
+                    padded(cut(cellAt(i), widths[i]), widths[i], m_columns[i].alignRight);
         trimRight(line);
         text += line + '\n';
     };

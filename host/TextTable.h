@@ -21,8 +21,8 @@ public:
     /// One text for each column, in UTF-8. A control character is shown as a blank.
     void addRow(std::vector<std::string> cells);
 
-    /// Title, rule and rows, each line ended; at most \a width character cells wide, for which columns shrink and, when that
-    /// is not enough, the last ones are left out. A width of 0 is as wide as it needs.
+    /// Title, rule and rows, each line ended; at most \a width character cells wide, for which columns shrink and, when
+    /// that is not enough, the last ones are left out. A width of 0 is as wide as it needs.
     std::string print(std::size_t width) const;
 
 private:

@@ -21,8 +21,14 @@ namespace {
 constexpr std::size_t idLength = 8; // enough to tell the tools of a library apart
 
 const std::vector<TextColumn> toolColumns{
-    {"Id"}, {"No", true}, {"Description", false, true}, {"Type", false, true},
-    {"Diameter", true}, {"Unit"}, {"Vendor", false, true}, {"Product id", false, true},
+    {"Id"},
+    {"No", true},
+    {"Description", false, true},
+    {"Type", false, true},
+    {"Diameter", true},
+    {"Unit"},
+    {"Vendor", false, true},
+    {"Product id", false, true},
 };
 
 std::string number(std::optional<double> value)

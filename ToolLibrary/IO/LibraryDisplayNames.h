@@ -1,5 +1,5 @@
-// LibraryDisplayNames.h -- the texts of the tree's fixed nodes and of the sample libraries, in the language of the moment.
-// Stateless, any thread.
+// LibraryDisplayNames.h -- the texts of the tree's fixed nodes and of the sample libraries, in the language of the
+// moment. Stateless, any thread.
 #pragma once
 
 #include <QString>

@@ -59,8 +59,7 @@ const std::array<QString, 4> &versionExtensions()
 
 constexpr int currentVersion = 1;
 
-const QRegularExpression urlPattern(
-    QStringLiteral("((?<protocol>[a-z]+)://)?(?<folder>/?([^/]+/)*)?(?<file>.+)?"));
+const QRegularExpression urlPattern(QStringLiteral("((?<protocol>[a-z]+)://)?(?<folder>/?([^/]+/)*)?(?<file>.+)?"));
 
 QStringList withoutDots(QStringList extensions)
 {

@@ -1,5 +1,5 @@
-// ToolLibraryUrl.h -- the name of any node in the tree of tool libraries: a library file, a folder, a cloud or hub node, a
-// document, a setup inside a document. A value; any thread.
+// ToolLibraryUrl.h -- the name of any node in the tree of tool libraries: a library file, a folder, a cloud or hub
+// node, a document, a setup inside a document. A value; any thread.
 //
 // The text is the identity of the node. It is parsed once, by one regular expression, into scheme, folder and file.
 #pragma once
@@ -132,13 +132,13 @@ public:
     /// REQUIRES: isFolder() and a name.
     ToolLibraryUrl makeChildUrl(const QString &name) const;
 
-    /// \a url, or its name with the first number for which \a isAvailable says yes to the name without extension. Throws
-    /// IOError "Failed to generate a unique name" after MAX_LIBRARY_ID refusals.
+    /// \a url, or its name with the first number for which \a isAvailable says yes to the name without extension.
+    /// Throws IOError "Failed to generate a unique name" after MAX_LIBRARY_ID refusals.
     static ToolLibraryUrl makeUniqueUrl(const ToolLibraryUrl &url,
                                         const std::function<bool(const QString &)> &isAvailable);
 
-    /// A URL beside \a url under whose name no library file or folder lies. Throws NotSupportedError "Not supported" for
-    /// vendor and hub nodes, IOError as makeUniqueUrl does.
+    /// A URL beside \a url under whose name no library file or folder lies. Throws NotSupportedError "Not supported"
+    /// for vendor and hub nodes, IOError as makeUniqueUrl does.
     static ToolLibraryUrl makeUniqueUrlOnDisk(const ToolLibraryUrl &url);
 
 private:

@@ -9,8 +9,8 @@
 
 namespace Varn::ToolLibraries {
 
-/// One answer can wait for each question; a second one takes the place of the first. Each serves one question, but for the
-/// choice of promptToOverwriteTool, which stays. A question without an answer gets an empty one, and choice 0.
+/// One answer can wait for each question; a second one takes the place of the first. Each serves one question, but for
+/// the choice of promptToOverwriteTool, which stays. A question without an answer gets an empty one, and choice 0.
 class TOOL_LIBRARY_EXPORT APIUserInteraction : public UserInteraction
 {
 public:

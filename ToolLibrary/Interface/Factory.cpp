@@ -43,11 +43,10 @@ std::shared_ptr<ToolLibraryInterface> Factory::make(Args args)
     return instance;
 }
 
-std::shared_ptr<ToolLibraryInterface>
-Factory::make(SafePointer<VarnDocument> document, QWidget *parent,
-              std::optional<std::shared_ptr<ModeConfiguration>> modeConfiguration,
-              std::optional<std::shared_ptr<ToolLibraryCache>> cache,
-              std::optional<std::shared_ptr<UserInteraction>> userInteraction)
+std::shared_ptr<ToolLibraryInterface> Factory::make(SafePointer<VarnDocument> document, QWidget *parent,
+                                                    std::optional<std::shared_ptr<ModeConfiguration>> modeConfiguration,
+                                                    std::optional<std::shared_ptr<ToolLibraryCache>> cache,
+                                                    std::optional<std::shared_ptr<UserInteraction>> userInteraction)
 {
     return make(
         Args{std::move(document), parent, std::move(modeConfiguration), std::move(cache), std::move(userInteraction)});

@@ -20,15 +20,15 @@ namespace Varn::ToolLibraries {
 class ModeConfiguration;
 class ToolLibraryCache;
 
-/// At most one interface lives in a process: the one that the last caller still holds is given again. When its last pointer
-/// goes it dies with its cache, and the next call starts over.
+/// At most one interface lives in a process: the one that the last caller still holds is given again. When its last
+/// pointer goes it dies with its cache, and the next call starts over.
 class TOOL_LIBRARY_EXPORT Factory
 {
 public:
     /// What the interface is made with. What is left empty gets a standard one.
     struct Args {
-        SafePointer<VarnDocument> document;  ///< becomes the active document, also of an interface that lives already
-        QWidget *parent = nullptr;           ///< of dialogs
+        SafePointer<VarnDocument> document; ///< becomes the active document, also of an interface that lives already
+        QWidget *parent = nullptr;          ///< of dialogs
         std::optional<std::shared_ptr<ModeConfiguration>> modeConfiguration; ///< taken over by a living interface too
         std::optional<std::shared_ptr<ToolLibraryCache>> cache;              ///< only for a new one
         std::optional<std::shared_ptr<UserInteraction>> userInteraction;     ///< only for a new one

@@ -1,5 +1,5 @@
-// FilePaths.h -- the folders that the engine works in. Creating an instance puts it on top of a stack, destroying it takes
-// it off; everything asks the top. So a test, or a host with folders of its own, replaces all of them at once.
+// FilePaths.h -- the folders that the engine works in. Creating an instance puts it on top of a stack, destroying it
+// takes it off; everything asks the top. So a test, or a host with folders of its own, replaces all of them at once.
 //
 // Instances are made and destroyed on one thread, nested strictly, while nothing else is at work; get() and the queries
 // may be called on any thread.
@@ -31,8 +31,8 @@ public:
     static const FilePaths &get();
 };
 
-/// The folders of a person's machine; at the bottom of the stack from the start. Each folder but that of the cloud is read
-/// once and kept.
+/// The folders of a person's machine; at the bottom of the stack from the start. Each folder but that of the cloud is
+/// read once and kept.
 class TOOL_LIBRARY_EXPORT DefaultFilePaths : public FilePaths
 {
 public:

@@ -41,13 +41,12 @@ public:
     /// True for a library that the cache knows, whether or not its load has ended or succeeded.
     virtual bool hasLibrary(Tools::ToolLibraryUrl url) const = 0;
 
-    /// Waits for that one library. Throws InvalidInput "Not a library URL", LibraryMissing "Unable to find tool library "
-    /// and the URL, or what its load threw.
+    /// Waits for that one library. Throws InvalidInput "Not a library URL", LibraryMissing "Unable to find tool library
+    /// " and the URL, or what its load threw.
     virtual std::shared_ptr<DiskLibrary> getLoadedLibrary(Tools::ToolLibraryUrl url) const = 0;
 
-    virtual std::shared_ptr<DiskLibrary> createLibrary(Tools::ToolLibraryUrl url,
-                                                       const QMap<QString, QVariant> &library,
-                                                       QMap<QString, QVariant> &node) = 0;
+    virtual std::shared_ptr<DiskLibrary>
+    createLibrary(Tools::ToolLibraryUrl url, const QMap<QString, QVariant> &library, QMap<QString, QVariant> &node) = 0;
     virtual void createHubLibraryAndAddNodes() = 0;
     virtual void deleteLibrary(Tools::ToolLibraryUrl url) = 0;
     virtual std::shared_ptr<DiskLibrary> duplicateLibrary(Tools::ToolLibraryUrl source, Tools::ToolLibraryUrl target,

@@ -25,8 +25,8 @@ private:
 };
 
 /// A subclass adds only its type, by which callers tell the failures apart.
-#define VARN_EXCEPTION(name)                                                                                          \
-    class VARN_PLATFORM_EXPORT name : public Exception                                                                \
+#define VARN_EXCEPTION(name)                                                                                           \
+    class VARN_PLATFORM_EXPORT name : public Exception                                                                 \
     {                                                                                                                  \
     public:                                                                                                            \
         using Exception::Exception;                                                                                    \

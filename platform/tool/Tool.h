@@ -1,7 +1,7 @@
 // Tool.h -- a cutting tool as a JSON object with a GUID.
 //
-// A value that never changes. Reading one from several threads is safe. The keys of the object are those of the tool map;
-// flat property keys such as "tool_diameter" are found in it through ToolParameterJSONKeyPaths.
+// A value that never changes. Reading one from several threads is safe. The keys of the object are those of the tool
+// map; flat property keys such as "tool_diameter" are found in it through ToolParameterJSONKeyPaths.
 #pragma once
 
 #include "platform/tool/JSONSerializable.h"
@@ -42,15 +42,15 @@ public:
     /// The parsed value; made when it is first asked for.
     const Json::Value &getToolValue() const;
 
-    ToolId getToolId() const;                           ///< from "guid"; the null GUID when there is none
-    std::string getType() const;                        ///< the type keyword, empty when there is none
-    std::string getDescription() const;                 ///< empty when there is none
-    std::optional<int> getToolNumber() const;           ///< the number that the post-processor writes
-    int getToolDocumentId() const;                      ///< id within a document, 0 for a tool of no document
+    ToolId getToolId() const;                            ///< from "guid"; the null GUID when there is none
+    std::string getType() const;                         ///< the type keyword, empty when there is none
+    std::string getDescription() const;                  ///< empty when there is none
+    std::optional<int> getToolNumber() const;            ///< the number that the post-processor writes
+    int getToolDocumentId() const;                       ///< id within a document, 0 for a tool of no document
     std::optional<std::wstring> get3DGeometryId() const; ///< id of the solid that goes with the tool
 
-    /// The value under a flat key, or nothing for an unknown key or one without a plain value. A whole double comes back
-    /// as an int, so callers that compare values accept both.
+    /// The value under a flat key, or nothing for an unknown key or one without a plain value. A whole double comes
+    /// back as an int, so callers that compare values accept both.
     std::optional<Property> getRawProperty(std::string_view key) const;
     std::optional<std::string> getString(std::string_view key) const;   ///< a text, in UTF-8
     std::optional<std::wstring> getWString(std::string_view key) const; ///< a text
@@ -81,8 +81,8 @@ protected:
     };
     explicit Tool(Unparsed text);
 
-    /// A number that was stored as a double: as an int where it is whole and an int can hold it, so that 2.0 and 2 are one
-    /// property value.
+    /// A number that was stored as a double: as an int where it is whole and an int can hold it, so that 2.0 and 2 are
+    /// one property value.
     static Property foldedNumber(double number);
 
     /// The property under \a key: the first of the key's paths that ends in a text, a number or a boolean.
@@ -97,7 +97,7 @@ protected:
 private:
     static std::optional<Property> plainValue(const Json::Value &value);
 
-    std::string m_json;                                    // empty in a view
+    std::string m_json;                                        // empty in a view
     mutable std::atomic<const Json::Value *> m_value{nullptr}; // owned; set once
 };
 

@@ -1,8 +1,8 @@
 // ToolLibraryInterface.h -- the one door through which a host reaches the tool library.
 //
 // Calls may come on any thread. Operations that change a batch report per item and never throw for one of them;
-// operations that read let an Exception pass. The order of the operations is part of the interface: hosts that were built
-// against an earlier release call by position.
+// operations that read let an Exception pass. The order of the operations is part of the interface: hosts that were
+// built against an earlier release call by position.
 #pragma once
 
 #include "platform/VarnPlatformExport.h"
@@ -80,7 +80,8 @@ public:
 
     virtual ExportLibrariesResult exportLibraries(const std::vector<ToolLibraryLocator> &libraries) = 0;
     virtual ImportLibrariesResult importLibraries(const ToolLibraryLocator &parentFolder) = 0;
-    virtual ImportLibrariesResult importConfirmedLibraries(const std::map<std::wstring, ToolLibraryLocator> &targets) = 0;
+    virtual ImportLibrariesResult
+    importConfirmedLibraries(const std::map<std::wstring, ToolLibraryLocator> &targets) = 0;
     virtual ImportToolsResult importTools(const ToolLibraryLocator &targetLibrary) = 0;
     virtual ImportToolsResult importConfirmedTools(const std::map<std::wstring, ToolLibraryLocator> &targets) = 0;
     virtual Import3DToolResult import3DTool(const std::wstring &filePath) = 0;
@@ -103,8 +104,8 @@ public:
     virtual std::optional<ToolLibraryLocator> getActiveDocumentUrl() const = 0;
     virtual ToolLibraryLocator getDocumentUrl(const VarnDocument &document) const = 0;
 
-    /// The first tool with that id in the libraries of the tree, in their order; nothing when none has it. A library that
-    /// failed to load and stands before a hit raises its failure.
+    /// The first tool with that id in the libraries of the tree, in their order; nothing when none has it. A library
+    /// that failed to load and stands before a hit raises its failure.
     virtual std::optional<const LibraryTool> findToolById(ToolId toolId) = 0;
     virtual std::optional<const LibraryTool> findToolById(ToolLibraryLocator library, ToolId toolId) = 0;
 

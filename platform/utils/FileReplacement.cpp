@@ -12,6 +12,7 @@
 #include <atomic>
 #include <cerrno>
 #include <charconv>
+#include <chrono>
 #include <filesystem>
 #include <system_error>
 
@@ -33,8 +34,8 @@ std::string folderOf(const std::string &file)
     return folder.empty() ? "." : folder;
 }
 
-/// What the names of the new files of one target on this machine begin with. A process id follows: on another machine that
-/// shares the folder it would mean another process. Hashed, for a long name leaves no room for more.
+/// What the names of the new files of one target on this machine begin with. A process id follows: on another machine
+/// that shares the folder it would mean another process. Hashed, for a long name leaves no room for more.
 std::string besidePrefix(const std::string &target)
 {
     char host[256] = {};
@@ -42,8 +43,22 @@ std::string besidePrefix(const std::string &target)
     return ".quillon-" + hashed(std::filesystem::path(target).filename().string() + '\n' + host) + '-';
 }
 
-bool isDead(pid_t process)
+/// What follows in the names of this process. The time tells it from one that had its id before: in a container every
+/// start may get the same id.
+std::string ownMark()
 {
+    static const std::string start = std::to_string(std::chrono::system_clock::now().time_since_epoch().count());
+    return std::to_string(getpid()) + '-' + start + '-';
+}
+
+/// Whether \a mark, what follows the prefix in a name, is that of a process that has died.
+bool isOfDeadProcess(std::string_view mark)
+{
+    int process = 0;
+    if (std::from_chars(mark.data(), mark.data() + mark.size(), process).ec != std::errc())
+        return false;
+    if (process == getpid())
+        return !mark.starts_with(ownMark());
     return kill(process, 0) != 0 && errno == ESRCH;
 }
 
@@ -57,10 +72,8 @@ void sweepLeftovers(const std::string &target)
         const std::string name = at->path().filename().string();
         if (!name.starts_with(prefix) || !name.ends_with(besideSuffix))
             continue;
-        int process = 0;
-        const auto parsed = std::from_chars(name.data() + prefix.size(), name.data() + name.size(), process);
         std::error_code ignored; // another process may sweep as well
-        if (parsed.ec == std::errc() && isDead(process))
+        if (isOfDeadProcess(std::string_view(name).substr(prefix.size())))
             std::filesystem::remove(at->path(), ignored);
     }
 }
@@ -102,8 +115,10 @@ bool syncFolder(const std::string &file)
 
 FileReplacement::FileReplacement(const std::wstring &path) : m_target(behindLinks(FileSystem::toPath(path)))
 {
-    struct stat old {};
+    struct stat old = {};
     const bool exists = stat(m_target.c_str(), &old) == 0;
+    if (!exists && (errno != ENOENT || m_target.empty())) // a circle of links, a name too long
+        return;
     if (exists && (!S_ISREG(old.st_mode) || faccessat(AT_FDCWD, m_target.c_str(), W_OK, AT_EACCESS) != 0))
         return;
     if (!exists || old.st_nlink == 1)
@@ -155,8 +170,8 @@ void FileReplacement::openBeside()
 {
     static std::atomic<unsigned> counter{0};
     sweepLeftovers(m_target);
-    const std::string name = (std::filesystem::path(folderOf(m_target)) / besidePrefix(m_target)).string() +
-                             std::to_string(getpid()) + '-' + std::to_string(counter++) + std::string(besideSuffix);
+    const std::string name = (std::filesystem::path(folderOf(m_target)) / besidePrefix(m_target)).string() + ownMark() +
+                             std::to_string(counter++) + std::string(besideSuffix);
     m_descriptor = openRetrying(name.c_str(), O_WRONLY | O_CREAT | O_EXCL, 0666);
     if (m_descriptor >= 0)
         m_beside = name;

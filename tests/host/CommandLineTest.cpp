@@ -110,9 +110,14 @@ TEST_F(CommandLine, AFailureIsOneLineThatNamesTheFile)
 
 TEST_F(CommandLine, WrongWordsAreWrongUsage)
 {
-    for (const std::vector<std::string> &arguments :
-         {std::vector<std::string>{}, {"nonsense"}, {"tools"}, {"tools", "a", "b"}, {"tools", file(), "--limit", "-1"},
-          {"tools", file(), "--limit", "x"}, {"show", file()}, {"tools", file(), "--nonsense"}}) {
+    for (const std::vector<std::string> &arguments : {std::vector<std::string>{},
+                                                      {"nonsense"},
+                                                      {"tools"},
+                                                      {"tools", "a", "b"},
+                                                      {"tools", file(), "--limit", "-1"},
+                                                      {"tools", file(), "--limit", "x"},
+                                                      {"show", file()},
+                                                      {"tools", file(), "--nonsense"}}) {
         const Outcome wrong = run(arguments);
         EXPECT_EQ(wrong.status, WrongUsage);
         EXPECT_NE(wrong.err, "");
@@ -132,17 +137,19 @@ TEST_F(CommandLine, HelpIsThereAtEachLevelWithAnExample)
 
 TEST_F(CommandLine, RpcAnswersLineByLineAndGoesOnAfterEachFault)
 {
-    const Outcome talk = run({"rpc"}, "nonsense\n"
-                                  "\n"
-                                  "{\"jsonrpc\":\"2.0\",\"id\":1,\"method\":\"nix\"}\n"
-                                  "{\"jsonrpc\":\"2.0\",\"method\":\"getAllLibraryUrls\"}\n"
-                                  "{\"jsonrpc\":\"2.0\",\"id\":2,\"method\":\"library\",\"params\":{\"locator\":\"x\"}}\n"
-                                  "{\"jsonrpc\":\"2.0\",\"id\":3,\"method\":\"getAllLibraryUrls\"}");
+    const Outcome talk =
+        run({"rpc"}, "nonsense\n"
+                     "\n"
+                     "{\"jsonrpc\":\"2.0\",\"id\":1,\"method\":\"nix\"}\n"
+                     "{\"jsonrpc\":\"2.0\",\"method\":\"getAllLibraryUrls\"}\n"
+                     "{\"jsonrpc\":\"2.0\",\"id\":2,\"method\":\"library\",\"params\":{\"locator\":\"x\"}}\n"
+                     "{\"jsonrpc\":\"2.0\",\"id\":3,\"method\":\"getAllLibraryUrls\"}");
     EXPECT_EQ(talk.status, Done);
-    EXPECT_EQ(talk.out, "{\"jsonrpc\":\"2.0\",\"error\":{\"code\":-32700,\"message\":\"Parse error\"},\"id\":null}\n"
-                        "{\"jsonrpc\":\"2.0\",\"error\":{\"code\":-32700,\"message\":\"Parse error\"},\"id\":null}\n"
-                        "{\"jsonrpc\":\"2.0\",\"error\":{\"code\":-32601,\"message\":\"Method not found: nix\"},\"id\":1}\n"
-                        "{\"jsonrpc\":\"2.0\",\"error\":{\"code\":-32000,\"message\":\"Invalid library locator.\",\"data\":"
-                        "{\"type\":\"InvalidInput\",\"translatedText\":null,\"locator\":\"x\"}},\"id\":2}\n"
-                        "{\"jsonrpc\":\"2.0\",\"result\":[],\"id\":3}\n");
+    EXPECT_EQ(talk.out,
+              "{\"jsonrpc\":\"2.0\",\"error\":{\"code\":-32700,\"message\":\"Parse error\"},\"id\":null}\n"
+              "{\"jsonrpc\":\"2.0\",\"error\":{\"code\":-32700,\"message\":\"Parse error\"},\"id\":null}\n"
+              "{\"jsonrpc\":\"2.0\",\"error\":{\"code\":-32601,\"message\":\"Method not found: nix\"},\"id\":1}\n"
+              "{\"jsonrpc\":\"2.0\",\"error\":{\"code\":-32000,\"message\":\"Invalid library locator.\",\"data\":"
+              "{\"type\":\"InvalidInput\",\"translatedText\":null,\"locator\":\"x\"}},\"id\":2}\n"
+              "{\"jsonrpc\":\"2.0\",\"result\":[],\"id\":3}\n");
 }

@@ -14,20 +14,18 @@ namespace {
 JsonRpcDispatcher dispatcherUnderTest()
 {
     JsonRpcDispatcher dispatcher;
-    dispatcher.add("echo", {{{"text", RpcKind::Text}}, [](const RpcParameters &parameters) {
-                                return "\"" + parameters.text("text") + "\"";
-                            }});
-    dispatcher.add("every",
-                   {{{"text", RpcKind::Text},
-                     {"integer", RpcKind::Integer},
-                     {"boolean", RpcKind::Boolean},
-                     {"object", RpcKind::Object},
-                     {"locator", RpcKind::Locator},
-                     {"texts", RpcKind::TextList},
-                     {"locators", RpcKind::LocatorList},
-                     {"state", RpcKind::ListOrText},
-                     {"optional", RpcKind::Integer, true}},
-                    [](const RpcParameters &parameters) { return parameters.listOrText("state"); }});
+    dispatcher.add("echo", {{{"text", RpcKind::Text}},
+                            [](const RpcParameters &parameters) { return "\"" + parameters.text("text") + "\""; }});
+    dispatcher.add("every", {{{"text", RpcKind::Text},
+                              {"integer", RpcKind::Integer},
+                              {"boolean", RpcKind::Boolean},
+                              {"object", RpcKind::Object},
+                              {"locator", RpcKind::Locator},
+                              {"texts", RpcKind::TextList},
+                              {"locators", RpcKind::LocatorList},
+                              {"state", RpcKind::ListOrText},
+                              {"optional", RpcKind::Integer, true}},
+                             [](const RpcParameters &parameters) { return parameters.listOrText("state"); }});
     dispatcher.add("nothing", {{}, [](const RpcParameters &) { return std::string("null"); }});
     dispatcher.add("fail", {{{"how", RpcKind::Text}, {"locator", RpcKind::Locator, true}},
                             [](const RpcParameters &parameters) -> std::string {
@@ -72,10 +70,10 @@ TEST(JsonRpcDispatcher, ARequestIsAnsweredUnderItsId)
 
 TEST(JsonRpcDispatcher, ANotificationGetsNoAnswerWhateverHappens)
 {
-    for (const char *message :
-         {R"({"jsonrpc":"2.0","method":"nothing"})", R"({"jsonrpc":"2.0","method":"unknown"})",
-          R"({"jsonrpc":"2.0","method":"echo","params":{}})", R"({"jsonrpc":"2.0","method":"fail","params":{"how":"ours"}})",
-          R"([{"jsonrpc":"2.0","method":"nothing"},{"jsonrpc":"2.0","method":"nothing"}])"})
+    for (const char *message : {R"({"jsonrpc":"2.0","method":"nothing"})", R"({"jsonrpc":"2.0","method":"unknown"})",
+                                R"({"jsonrpc":"2.0","method":"echo","params":{}})",
+                                R"({"jsonrpc":"2.0","method":"fail","params":{"how":"ours"}})",
+                                R"([{"jsonrpc":"2.0","method":"nothing"},{"jsonrpc":"2.0","method":"nothing"}])"})
         EXPECT_EQ(answerTo(message), "no answer") << message;
 }
 
@@ -87,8 +85,8 @@ TEST(JsonRpcDispatcher, WhatIsNoJsonOrNoUtf8IsAParseError)
     for (const std::string &message :
          {std::string(), std::string("   "), std::string("nonsense"), std::string("{"), std::string("{\"a\":1,}"),
           std::string("// comment\n{}"), std::string("{} {}"), std::string("[NaN]"), std::string("'a'"),
-          std::string("\"\xFF\""), std::string("\"\xED\xA0\x80\""), std::string("\xEF\xBB\xBF{}"), std::string("{}\0{}", 5),
-          std::string("\"\\ud800\""), std::string("\"\\udc00\""), deep, balanced})
+          std::string("\"\xFF\""), std::string("\"\xED\xA0\x80\""), std::string("\xEF\xBB\xBF{}"),
+          std::string("{}\0{}", 5), std::string("\"\\ud800\""), std::string("\"\\udc00\""), deep, balanced})
         EXPECT_EQ(answerTo(message), parseError) << message.substr(0, 20);
 }
 
@@ -99,7 +97,8 @@ TEST(JsonRpcDispatcher, WhatIsNoRequestIsInvalid)
          {"{}", "[]", "1", "null", "\"text\"", R"({"jsonrpc":"2.0"})", R"({"method":"nothing","id":1})",
           R"({"jsonrpc":"1.0","method":"nothing","id":1})", R"({"jsonrpc":2.0,"method":"nothing","id":1})",
           R"({"jsonrpc":"2.0","method":1,"id":1})", R"({"jsonrpc":"2.0","method":"nothing","id":{}})",
-          R"({"jsonrpc":"2.0","method":"nothing","id":true})", R"({"jsonrpc":"2.0","method":"nothing","id":1,"params":"x"})",
+          R"({"jsonrpc":"2.0","method":"nothing","id":true})",
+          R"({"jsonrpc":"2.0","method":"nothing","id":1,"params":"x"})",
           R"({"jsonrpc":"2.0","method":"nothing","id":1,"params":null})"})
         EXPECT_EQ(answerTo(message), invalid) << message;
 }
@@ -139,7 +138,8 @@ TEST(JsonRpcDispatcher, ParametersThatDoNotFitAreNamed)
     for (const Row &row : rows)
         EXPECT_EQ(answerTo(std::string(R"({"jsonrpc":"2.0","id":1,"method":")") + row.method + R"(","params":)" +
                            row.parameters + "}"),
-                  std::string(R"({"jsonrpc":"2.0","error":{"code":-32602,"message":")") + row.message + R"("},"id":1})");
+                  std::string(R"({"jsonrpc":"2.0","error":{"code":-32602,"message":")") + row.message +
+                      R"("},"id":1})");
 }
 
 TEST(JsonRpcDispatcher, EachKindOfParameterTakesItsOwn)
@@ -171,7 +171,8 @@ TEST(JsonRpcDispatcher, EachKindOfParameterTakesItsOwn)
     for (const Row &row : rows)
         for (const char *bad : row.bad)
             EXPECT_NE(call(&row, bad).find("-32602"), std::string::npos) << row.name << " = " << bad;
-    EXPECT_EQ(call(&rows[7], R"("[broken")"), R"({"jsonrpc":"2.0","result":[broken,"id":1})") << "texts pass as they are";
+    EXPECT_EQ(call(&rows[7], R"("[broken")"), R"({"jsonrpc":"2.0","result":[broken,"id":1})")
+        << "texts pass as they are";
 }
 
 TEST(JsonRpcDispatcher, AFailureIsToldWithItsClassAndTexts)
@@ -179,9 +180,8 @@ TEST(JsonRpcDispatcher, AFailureIsToldWithItsClassAndTexts)
     const auto failure = [](const std::string &parameters) {
         return answerTo(R"({"jsonrpc":"2.0","id":1,"method":"fail","params":)" + parameters + "}");
     };
-    EXPECT_EQ(failure(R"({"how":"ours"})"),
-              R"({"jsonrpc":"2.0","error":{"code":-32000,"message":"Gone: \"x\"",)"
-              R"("data":{"type":"LibraryMissing","translatedText":"Weg: ä"}},"id":1})");
+    EXPECT_EQ(failure(R"({"how":"ours"})"), R"({"jsonrpc":"2.0","error":{"code":-32000,"message":"Gone: \"x\"",)"
+                                            R"("data":{"type":"LibraryMissing","translatedText":"Weg: ä"}},"id":1})");
     EXPECT_EQ(failure(R"({"how":"hub","locator":{"path":"/a"}})"),
               R"({"jsonrpc":"2.0","error":{"code":-32000,"message":"Lost the race",)"
               R"("data":{"type":"HubItemConflictError","translatedText":null,"locator":{"path":"/a"}}},"id":1})");

@@ -39,12 +39,13 @@ TEST(QuillonProgram, KeepsEverythingUnderItsHome)
     const QTemporaryDir home;
     writeFile(home.filePath(QStringLiteral("libraries/Local/Mine.json")), libraryText({toolText(1)}));
     writeFile(home.filePath(QStringLiteral("Brennmoor/Lodestar/libraries/Samples/Probes.json")), libraryText({}));
-    const Outcome urls = quillon({QStringLiteral("rpc")}, home.path(),
-                             R"({"jsonrpc":"2.0","id":1,"method":"getAllLibraryUrls"})");
+    const Outcome urls =
+        quillon({QStringLiteral("rpc")}, home.path(), R"({"jsonrpc":"2.0","id":1,"method":"getAllLibraryUrls"})");
     EXPECT_EQ(urls.status, 0);
     EXPECT_EQ(urls.out, "{\"jsonrpc\":\"2.0\",\"result\":[\"toollibraryroot://Local/Mine.json\","
                         "\"systemlibraryroot://Samples/Probes.json\"],\"id\":1}\n");
-    const Outcome tools = quillon({QStringLiteral("tools"), QStringLiteral("toollibraryroot://Local/Mine.json")}, home.path());
+    const Outcome tools =
+        quillon({QStringLiteral("tools"), QStringLiteral("toollibraryroot://Local/Mine.json")}, home.path());
     EXPECT_THAT(tools.out, HasSubstr("Tools 1 to 1 of 1"));
 }
 
@@ -54,7 +55,7 @@ TEST(QuillonProgram, TheHomeOfTheCommandLineWins)
     const QTemporaryDir other;
     writeFile(other.filePath(QStringLiteral("libraries/Local/Other.json")), libraryText({}));
     const Outcome urls = quillon({QStringLiteral("--home"), other.path(), QStringLiteral("rpc")}, home.path(),
-                             R"({"jsonrpc":"2.0","id":1,"method":"getAllLibraryUrls"})");
+                                 R"({"jsonrpc":"2.0","id":1,"method":"getAllLibraryUrls"})");
     EXPECT_THAT(urls.out, HasSubstr("toollibraryroot://Local/Other.json"));
 }
 

@@ -27,8 +27,8 @@ protected:
 
     Json::Value answer(const std::string &method, const std::string &parameters)
     {
-        const auto text = m_dispatcher.handle(R"({"jsonrpc":"2.0","id":1,"method":")" + method + R"(","params":)" +
-                                              parameters + "}");
+        const auto text =
+            m_dispatcher.handle(R"({"jsonrpc":"2.0","id":1,"method":")" + method + R"(","params":)" + parameters + "}");
         return JsonText::parse(text.value()).value();
     }
 
@@ -65,8 +65,8 @@ private:
     JsonRpcDispatcher m_dispatcher;
 };
 
-const std::string twoTools = libraryText({toolText(2, R"("type":"drill","unit":"inches","geometry":{"DC":0.5})"),
-                                          toolText(1, R"("type":"flat end mill")")});
+const std::string twoTools = libraryText(
+    {toolText(2, R"("type":"drill","unit":"inches","geometry":{"DC":0.5})"), toolText(1, R"("type":"flat end mill")")});
 
 } // namespace
 
@@ -128,8 +128,8 @@ TEST_F(RpcMethods, APageHoldsWhatWasAskedForAndWhatFailed)
     const std::string bad = looseFile(u"b.json", "nonsense");
     const auto request = [&](int limit, int offset, const std::string &filters, const std::string &search,
                              const std::string &sort) {
-        return R"({"libraryIds":[)" + bad + "," + file + R"(],"filtersState":)" + filters + R"(,"searchQuery":")" + search +
-               R"(","sortState":)" + sort + R"(,"pageLimit":)" + std::to_string(limit) + R"(,"pageOffset":)" +
+        return R"({"libraryIds":[)" + bad + "," + file + R"(],"filtersState":)" + filters + R"(,"searchQuery":")" +
+               search + R"(","sortState":)" + sort + R"(,"pageLimit":)" + std::to_string(limit) + R"(,"pageOffset":)" +
                std::to_string(offset) + "}";
     };
     const std::string path = m_paths.loose(u"a.json").toStdString();
@@ -138,8 +138,7 @@ TEST_F(RpcMethods, APageHoldsWhatWasAskedForAndWhatFailed)
         const Json::Value page = result("fetchTools", request(1, 1, nothing, "", nothing));
         ASSERT_EQ(page["data"][path].size(), 1u) << nothing;
         EXPECT_EQ(page["data"][path][0]["guid"], guidOf(2));
-        EXPECT_EQ(page["data"][badPath]["error"]["developerText"],
-                  "Failed to read or parse JSON file: " + badPath);
+        EXPECT_EQ(page["data"][badPath]["error"]["developerText"], "Failed to read or parse JSON file: " + badPath);
         EXPECT_EQ(page["matched"].asInt(), 2);
         EXPECT_EQ(page["total"].asInt(), 2);
         EXPECT_EQ(page["limit"].asInt(), 1);
@@ -173,10 +172,12 @@ TEST_F(RpcMethods, AUrlDescribesItself)
 
 TEST_F(RpcMethods, UrlsAreMadeFromTheirParts)
 {
-    EXPECT_EQ(resultText("ToolLibraryUrl.makeChildUrl", R"({"url":"cloud://","name":"a.json"})"), R"("cloud://a.json")");
+    EXPECT_EQ(resultText("ToolLibraryUrl.makeChildUrl", R"({"url":"cloud://","name":"a.json"})"),
+              R"("cloud://a.json")");
     EXPECT_EQ(resultText("ToolLibraryUrl.convertTo", R"({"url":"cloud://a.json","extension":".tools"})"),
               R"("cloud://a.tools")");
-    EXPECT_EQ(resultText("ToolLibraryUrl.fromPath", R"({"path":"p/a.json","protocol":1})"), R"("toollibraryroot://p/a.json")");
+    EXPECT_EQ(resultText("ToolLibraryUrl.fromPath", R"({"path":"p/a.json","protocol":1})"),
+              R"("toollibraryroot://p/a.json")");
     EXPECT_EQ(resultText("ToolLibraryUrl.fromPath", R"({"path":"p","protocol":10})"), R"("")");
     EXPECT_EQ(error("ToolLibraryUrl.fromPath", R"({"path":"p","protocol":11})"),
               "-32602  Parameter protocol must be 0 to 10");
@@ -214,13 +215,15 @@ TEST_F(RpcMethods, PropertiesKeepTheKindOfTheirNumbers)
 {
     const std::string tool =
         R"("tool":{"unit":"inches","description":"x","geometry":{"DC":3.0,"LCF":2.5,"HAND":true,"OAL":3000000000}})";
-    const std::string keys = R"("keys":["tool_diameter","tool_fluteLength","tool_clockwise","tool_overallLength","DC"])";
+    const std::string keys =
+        R"("keys":["tool_diameter","tool_fluteLength","tool_clockwise","tool_overallLength","DC"])";
     const std::string asRapid = R"({"DC":null,"tool_clockwise":true,"tool_diameter":3,"tool_fluteLength":2.5,)"
                                 R"("tool_overallLength":null})";
     EXPECT_EQ(resultText("Tool.properties", "{" + tool + "," + keys + "}"), asRapid);
     EXPECT_EQ(resultText("Tool.properties", "{" + tool + "," + keys + R"(,"as":"rapidjson"})"), asRapid);
-    EXPECT_EQ(resultText("Tool.properties", "{" + tool + "," + keys + R"(,"as":"ox"})"),
-              R"({"DC":null,"tool_clockwise":true,"tool_diameter":3.0,"tool_fluteLength":2.5,"tool_overallLength":null})");
+    EXPECT_EQ(
+        resultText("Tool.properties", "{" + tool + "," + keys + R"(,"as":"ox"})"),
+        R"({"DC":null,"tool_clockwise":true,"tool_diameter":3.0,"tool_fluteLength":2.5,"tool_overallLength":null})");
     EXPECT_EQ(error("Tool.properties", "{" + tool + "," + keys + R"(,"as":"xml"})"),
               "-32602  Parameter as must be \"rapidjson\" or \"ox\"");
 }

@@ -25,15 +25,15 @@ VARN_PLATFORM_EXPORT void failTestForAssert(std::string_view message, std::strin
 } // namespace _debug
 
 /// Reports \a message, if the process is testing.
-#define VARN_FAIL(message)                                                                                            \
+#define VARN_FAIL(message)                                                                                             \
     do {                                                                                                               \
         if (::_debug::isTesting())                                                                                     \
             ::_debug::failTestForAssert(message, __FILE__, __LINE__);                                                  \
     } while (false)
 
-/// Reports \a message when the condition does not hold. The condition is evaluated only while testing: it may be costly,
-/// and must have no effect.
-#define VARN_ASSERT_TEXT(condition, message)                                                                          \
+/// Reports \a message when the condition does not hold. The condition is evaluated only while testing: it may be
+/// costly, and must have no effect.
+#define VARN_ASSERT_TEXT(condition, message)                                                                           \
     do {                                                                                                               \
         if (::_debug::isTesting() && !(condition))                                                                     \
             ::_debug::failTestForAssert(message, __FILE__, __LINE__);                                                  \

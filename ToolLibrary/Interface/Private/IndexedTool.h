@@ -1,5 +1,5 @@
-// IndexedTool.h -- a tool with cached, typed and rounded lookups: what search, order and pages work on. Lives for one page;
-// one thread.
+// IndexedTool.h -- a tool with cached, typed and rounded lookups: what search, order and pages work on. Lives for one
+// page; one thread.
 #pragma once
 
 #include "ToolLibrary/ToolLibraryExport.h"

@@ -24,8 +24,8 @@ public:
         virtual ~ThreadExecutor();
     };
 
-    /// Hands \a callable to \a executor. Its result, or the exception it ended with, comes out of the future. Waiting on
-    /// the main thread for a job that waits for the main thread never ends.
+    /// Hands \a callable to \a executor. Its result, or the exception it ended with, comes out of the future. Waiting
+    /// on the main thread for a job that waits for the main thread never ends.
     template <typename Callable>
     static std::future<std::invoke_result_t<Callable &>> runOnThread(Callable callable, const ThreadExecutor &executor);
 

@@ -11,8 +11,8 @@ namespace Varn::ToolLibraries {
 class TOOL_LIBRARY_EXPORT ToolLibraryAnalytics
 {
 public:
-    /// Sends \a values, each of which converts to a text, under the name of a command. Nothing happens while tracking is
-    /// off, as it is unless a person turns it on.
+    /// Sends \a values, each of which converts to a text, under the name of a command. Nothing happens while tracking
+    /// is off, as it is unless a person turns it on.
     static void sendReport(const QString &commandName, const QVariantMap &values);
 };
 

@@ -16,6 +16,7 @@
 #include "platform/tool/Exception.h"
 #include "platform/tool/UserInteraction.h"
 #include "platform/utils/Abortable.h"
+#include "platform/utils/Messages.h"
 #include "util/utility/Assert.h"
 
 #include <utility>
@@ -51,9 +52,21 @@ void reportNumberOfLibraries(const LibraryMetadataTree &index)
         local += url.isLocalLibrary() ? 1 : 0;
         cloud += url.isCloudLibrary() ? 1 : 0;
     }
-    ToolLibraryAnalytics::sendReport(QStringLiteral("NUMBER_OF_LIBRARIES"),
-                                     {{QStringLiteral("numberOfLocalLibraries"), local},
-                                      {QStringLiteral("numberOfCloudLibraries"), cloud}});
+    ToolLibraryAnalytics::sendReport(
+        QStringLiteral("NUMBER_OF_LIBRARIES"),
+        {{QStringLiteral("numberOfLocalLibraries"), local}, {QStringLiteral("numberOfCloudLibraries"), cloud}});
+}
+
+/// The tools of one library on a page. A file can break between two looks at it; then its failure stands in the place
+/// of the list, and must not pass for an empty library.
+QVariantList toolsOf(const QVariant &entry)
+{
+    if (entry.typeId() != QMetaType::QVariantMap)
+        return entry.toList();
+    const QVariantMap failure = entry.toMap().value(QStringLiteral("error")).toMap();
+    const QVariant translated = failure.value(QStringLiteral("translatedText"));
+    throw LibraryLoadError(failure.value(QStringLiteral("developerText")).toString().toStdString(),
+                           translated.isValid() ? std::optional(translated.toString().toStdWString()) : std::nullopt);
 }
 
 } // namespace
@@ -109,13 +122,14 @@ std::unique_ptr<ToolLibrary> ToolLibraryInterfaceImpl::library(const ToolLibrary
     const ToolPageRequest request({locator}, "[]", static_cast<int>(source->numberOfTools()), 0, "", "");
     const QVariantMap page = JsonConvert::toQVariantMap(fetchTools(request)->toJson());
     const QVariantMap data = page.value(QStringLiteral("data")).toMap();
-    const QString url = QString::fromStdWString(locator.url());
+    const QString url = QString::fromStdString(Messages::fromWideUnicodeToUTF8(locator.url())); // as the page names it
     VARN_ASSERT_TEXT(data.contains(url), "Tool page should contain library url");
+    const QVariantList tools = toolsOf(data.value(url));
     const QVariantMap library{
-        {QStringLiteral("data"), data.value(url)},
+        {QStringLiteral("data"), tools},
         {QStringLiteral("version"), page.value(QStringLiteral("version"), ToolLibraryVersion::latestVersion())}};
-    const auto tools = static_cast<std::size_t>(data.value(url).toList().size());
-    return ToolLibrary::make(JsonConvert::fromQVariantMap(library), library.value(QStringLiteral("version")).toInt(), tools);
+    return ToolLibrary::make(JsonConvert::fromQVariantMap(library), library.value(QStringLiteral("version")).toInt(),
+                             static_cast<std::size_t>(tools.size()));
 }
 
 std::unique_ptr<ToolPage> ToolLibraryInterfaceImpl::fetchTools(const ToolPageRequest &request)
@@ -180,7 +194,8 @@ std::vector<LibraryTool> ToolLibraryInterfaceImpl::getToolsFromLibrary(ToolLibra
     tools.reserve(source->numberOfTools());
     const auto end = source->end();
     for (auto at = source->begin(); !(at == end); ++at)
-        tools.emplace_back(library, (*at)->clone()); // a tool of the walk leans on the library
+        if (const std::unique_ptr<const Tool> tool = *at) // null for a tool that the hub's cache has lost
+            tools.emplace_back(library, tool->clone());   // what the walk gives leans on the library
     return tools;
 }
 

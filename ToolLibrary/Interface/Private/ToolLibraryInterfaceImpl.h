@@ -1,5 +1,5 @@
-// ToolLibraryInterfaceImpl.h -- the facade: resolves a locator to a library of the cache, or to a file outside the tree,
-// and works on it. Threads as for ToolLibraryInterface.
+// ToolLibraryInterfaceImpl.h -- the facade: resolves a locator to a library of the cache, or to a file outside the
+// tree, and works on it. Threads as for ToolLibraryInterface.
 #pragma once
 
 #include "ToolLibrary/IO/ToolLibraryUrl.h"

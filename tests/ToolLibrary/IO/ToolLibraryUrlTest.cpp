@@ -144,7 +144,10 @@ TEST(ToolLibraryUrl, TellsFoldersLibrariesAndRootsApart)
         Question test;
         bool answer;
     };
-#define ROW(url, test, answer) {url, #test, &ToolLibraryUrl::test, answer}
+#define ROW(url, test, answer)                                                                                         \
+    {                                                                                                                  \
+        url, #test, &ToolLibraryUrl::test, answer                                                                      \
+    }
     const Row rows[] = {
         ROW("x.hub", isLibraryFile, true),
         ROW("hub://p/x.hub", isHubLibrary, true),
@@ -345,8 +348,7 @@ TEST(ToolLibraryUrl, EachProtocolLiesInItsFolder)
     EXPECT_EQ(text(url("cloud://a.json").fullFilePath()), text(paths.cloud(u"a.json")));
     EXPECT_EQ(text(url("custom://c/a.json").fullFilePath()), "c/a.json");
     EXPECT_EQ(text(url("/home/me/a.json").fullFilePath()), "/home/me/a.json");
-    EXPECT_EQ(whatOf<Varn::ToolLibraries::Exception>([] { url("vendor://a.json").fullFilePath(); }),
-              "Not implemented");
+    EXPECT_EQ(whatOf<Varn::ToolLibraries::Exception>([] { url("vendor://a.json").fullFilePath(); }), "Not implemented");
 }
 
 TEST(ToolLibraryUrl, AFreeNameStaysAsItIs)
@@ -370,8 +372,8 @@ TEST(ToolLibraryUrl, ATakenNameGetsTheNextNumber)
 TEST(ToolLibraryUrl, ThereAreNamesUpTo65534)
 {
     int refusals = 0;
-    const ToolLibraryUrl last = ToolLibraryUrl::makeUniqueUrl(
-        url("toollibraryroot://Local/a.json"), [&](const QString &) { return refusals++ == 65534; });
+    const ToolLibraryUrl last = ToolLibraryUrl::makeUniqueUrl(url("toollibraryroot://Local/a.json"),
+                                                              [&](const QString &) { return refusals++ == 65534; });
     EXPECT_EQ(text(last.url()), "toollibraryroot://Local/a 65534.json");
 
     int asked = 0;
@@ -410,9 +412,9 @@ TEST(ToolLibraryUrl, OnDiskAFolderIsBlockedByItsOwnNameAlone)
 TEST(ToolLibraryUrl, VendorAndHubNodesHaveNoPlaceOnDisk)
 {
     for (const char *node : {"vendor://a.json", "vendor://a", "vendor://", "hub://p/x.hub", "hub://p", "hub://"})
-        EXPECT_EQ(whatOf<Varn::ToolLibraries::NotSupportedError>(
-                      [&] { ToolLibraryUrl::makeUniqueUrlOnDisk(url(node)); }),
-                  "Not supported")
+        EXPECT_EQ(
+            whatOf<Varn::ToolLibraries::NotSupportedError>([&] { ToolLibraryUrl::makeUniqueUrlOnDisk(url(node)); }),
+            "Not supported")
             << node;
 }
 

@@ -11,9 +11,14 @@ TEST(Tool3DGeometryUtil, LocalCustomAndCloudNodesKeepTheirSolidsInFiles)
         bool answer;
     };
     const Row rows[] = {
-        {"toollibraryroot://Local/a.json", true}, {"custom://a.json", true}, {"cloud://a.json", true},
-        {"hub://p/a.hub", false},                 {"vendor://a.json", false}, {"document://a", false},
-        {"systemlibraryroot://Samples/a.json", false}, {"/home/me/a.json", false},
+        {"toollibraryroot://Local/a.json", true},
+        {"custom://a.json", true},
+        {"cloud://a.json", true},
+        {"hub://p/a.hub", false},
+        {"vendor://a.json", false},
+        {"document://a", false},
+        {"systemlibraryroot://Samples/a.json", false},
+        {"/home/me/a.json", false},
     };
     for (const Row &row : rows)
         EXPECT_EQ(Tool3DGeometryUtil::requiresLocal3DGeometry(ToolLibraryUrl(QString::fromLatin1(row.url))), row.answer)

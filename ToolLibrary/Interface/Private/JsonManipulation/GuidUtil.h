@@ -36,8 +36,8 @@ public:
     /// The text without braces.
     static QString trimGuid(const QUuid &uuid);
 
-    /// Installs what createGuid asks while the platform is under test, and returns what stood there before. Only from the
-    /// test's own thread.
+    /// Installs what createGuid asks while the platform is under test, and returns what stood there before. Only from
+    /// the test's own thread.
     static std::unique_ptr<GuidGenerator> setTestGuidGenerator(std::unique_ptr<GuidGenerator> generator);
 
 private:

@@ -1,27 +1,29 @@
 #include "ToolLibrary/Interface/Private/JsonManipulation/JsonFileReader.h"
 
+#include "ToolLibrary/Interface/Private/JsonManipulation/JsonConvert.h"
 #include "platform/tool/Exception.h"
+#include "platform/utils/FileSystem.h"
 #include "platform/utils/Messages.h"
 
 #include <QFile>
-#include <QFileInfo>
 
 namespace Varn::ToolLibraries {
 
 QByteArray JsonFileReader::readFile(const std::wstring &path)
 {
-    QFile file(QString::fromStdWString(path));
-    if (!file.exists())
+    if (!FileSystem::exists(path))
         throw LibraryMissing("JSON file doesn't exist: " + Messages::fromWideUnicodeToUTF8(path));
-    // A pipe or a device is there, but reading it may never end.
-    if (!QFileInfo(file).isFile() || !file.open(QIODevice::ReadOnly | QIODevice::Text))
+    // Opened by the platform, which knows names that are no UTF-8 and refuses a pipe, whose reading may never end.
+    const FileSystem::File opened = FileSystem::openForReading(path);
+    QFile file;
+    if (!opened || !file.open(opened.get(), QIODevice::ReadOnly | QIODevice::Text))
         throw LibraryLoadError("JSON file exists but is not readable: " + Messages::fromWideUnicodeToUTF8(path));
     return file.readAll();
 }
 
 QJsonDocument JsonFileReader::readDocument(const std::wstring &path)
 {
-    QJsonDocument document = QJsonDocument::fromJson(readFile(path));
+    QJsonDocument document = JsonConvert::parse(readFile(path));
     if (document.isNull())
         throw LibraryFormatError("File exists but cannot be parsed: " + Messages::fromWideUnicodeToUTF8(path));
     return document;

@@ -1,5 +1,6 @@
 #include "ToolLibrary/Interface/Private/JsonManipulation/QJsonLibraryWriter.h"
 
+#include "ToolLibrary/Interface/Private/JsonManipulation/JsonConvert.h"
 #include "ToolLibrary/Interface/Private/JsonManipulation/JsonFileReader.h"
 
 namespace Varn::ToolLibraries {
@@ -11,7 +12,7 @@ bool QJsonLibraryWriter::acceptJsonFile(const std::wstring &path, const Abortabl
 
 bool QJsonLibraryWriter::acceptJsonBytes(const QByteArray &bytes, const Abortable &) const
 {
-    *m_target = QJsonDocument::fromJson(bytes);
+    *m_target = JsonConvert::parse(bytes);
     return !m_target->isNull();
 }
 

@@ -39,6 +39,16 @@ rapidjson::Value fromDouble(double number)
     return std::isnormal(number) || number == 0 ? rapidjson::Value(number) : rapidjson::Value();
 }
 
+/// The text of \a value in UTF-8, whatever its bytes.
+std::string utf8Of(const rapidjson::Value &value)
+{
+    const QByteArrayView bytes(value.GetString(), static_cast<qsizetype>(value.GetStringLength()));
+    if (bytes.isValidUtf8())
+        return std::string(bytes.data(), static_cast<std::size_t>(bytes.size()));
+    // Behind the quotation mark, for a byte order mark at the beginning would vanish.
+    return QString::fromUtf8('"' + bytes.toByteArray()).toUtf8().toStdString().substr(1);
+}
+
 } // namespace
 
 rapidjson::Value RapidJsonConvert::fromQVariant(const QVariant &variant, Allocator &allocator)
@@ -111,7 +121,7 @@ Json::Value RapidJsonConvert::toJsonValue(const rapidjson::Value &value)
     case rapidjson::kObjectType: {
         Json::Value object(Json::objectValue);
         for (const auto &member : value.GetObject())
-            object[std::string(member.name.GetString(), member.name.GetStringLength())] = toJsonValue(member.value);
+            object[utf8Of(member.name)] = toJsonValue(member.value);
         return object;
     }
     case rapidjson::kArrayType: {
@@ -123,7 +133,7 @@ Json::Value RapidJsonConvert::toJsonValue(const rapidjson::Value &value)
         return array;
     }
     case rapidjson::kStringType:
-        return Json::Value(value.GetString(), value.GetString() + value.GetStringLength());
+        return utf8Of(value);
     case rapidjson::kNumberType:
         if (value.IsInt64())
             return Json::Value(static_cast<Json::Int64>(value.GetInt64()));
@@ -138,8 +148,8 @@ Json::Value RapidJsonConvert::toJsonValue(const rapidjson::Value &value)
 
 std::string RapidJsonConvert::toString(const rapidjson::Value &value)
 {
-    // One buffer a thread: printing a library tool by tool would otherwise grow a new one for each. A very long text does
-    // not stay in memory behind its caller's back.
+    // One buffer a thread: printing a library tool by tool would otherwise grow a new one for each. A very long text
+    // does not stay in memory behind its caller's back.
     constexpr std::size_t keptCapacity = 1 << 20;
     thread_local rapidjson::StringBuffer buffer;
     buffer.Clear();

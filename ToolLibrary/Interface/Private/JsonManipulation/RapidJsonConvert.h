@@ -19,15 +19,16 @@ class TOOL_LIBRARY_EXPORT RapidJsonConvert
 public:
     using Allocator = rapidjson::Document::AllocatorType;
 
-    /// A value built in \a allocator. A double that is not finite, or is subnormal, becomes null, as does a variant that is
-    /// neither a plain value nor convertible to a text, a list or a map.
+    /// A value built in \a allocator. A double that is not finite, or is subnormal, becomes null, as does a variant
+    /// that is neither a plain value nor convertible to a text, a list or a map.
     static rapidjson::Value fromQVariant(const QVariant &variant, Allocator &allocator);
 
     /// Every number becomes a double. Of members with one name the last counts.
     static QVariant toQVariant(const rapidjson::Value &value);
 
-    /// The value that a jsoncpp reader makes of toString(value): integers stay integers, the last of several members with
-    /// one name counts.
+    /// The value that a jsoncpp reader makes of toString(value): integers stay integers, the last of several members
+    /// with one name counts. A document that was not checked for it can hold texts that are no UTF-8; in the value
+    /// U+FFFD stands where they break.
     static Json::Value toJsonValue(const rapidjson::Value &value);
 
     /// Compact text in UTF-8.

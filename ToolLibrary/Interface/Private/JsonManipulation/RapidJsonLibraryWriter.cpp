@@ -15,8 +15,8 @@ namespace Varn::ToolLibraries {
 
 namespace {
 
-/// Hands what the reader finds to the document, asks the abortable at the end of each object, and keeps the reader, which
-/// recurses, from going deeper than a stack holds.
+/// Hands what the reader finds to the document, asks the abortable at the end of each object, and keeps the reader,
+/// which recurses, from going deeper than a stack holds.
 class GuardedHandler
 {
 public:

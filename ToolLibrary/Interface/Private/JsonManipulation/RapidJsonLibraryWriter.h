@@ -7,8 +7,8 @@
 
 namespace Varn::ToolLibraries {
 
-/// Reads strict JSON: no comments, no trailing commas, no NaN or Infinity. A text that nests deeper than 1,000 levels is
-/// refused like any other bad text. The abortable is asked at the end of each object.
+/// Reads strict JSON: no comments, no trailing commas, no NaN or Infinity. A text that nests deeper than 1,000 levels
+/// is refused like any other bad text. The abortable is asked at the end of each object.
 class TOOL_LIBRARY_EXPORT RapidJsonLibraryWriter : public JsonConsumer
 {
 public:

@@ -1,8 +1,10 @@
 // Utf8FileStream.h -- a RapidJSON input stream over a file of UTF-8 that hands out only valid UTF-8. One thread.
 //
-// RapidJSON's own stream for text of any encoding decodes each character twice. Nearly every library is UTF-8, and there
-// the check can run block by block, and blanks can be skipped eight at a time.
+// RapidJSON's own stream for text of any encoding decodes each character twice. Nearly every library is UTF-8, and
+// there the check can run block by block, and blanks can be skipped eight at a time.
 #pragma once
+
+#include "ToolLibrary/ToolLibraryExport.h"
 
 #include <rapidjson/reader.h>
 
@@ -14,7 +16,7 @@
 
 namespace Varn::ToolLibraries {
 
-class Utf8FileStream
+class TOOL_LIBRARY_EXPORT Utf8FileStream
 {
 public:
     using Ch = char; // the name that RapidJSON asks for
@@ -37,7 +39,8 @@ public:
     /// Steps over the blanks of JSON.
     void skipWhitespace();
 
-    /// True when the reader has come to a byte that is no UTF-8, or that could not be read. What it sees there is the end.
+    /// True when the reader has come to a byte that is no UTF-8, or that could not be read. What it sees there is the
+    /// end.
     bool atInvalidText() const { return m_ended && m_invalid; }
 
     // RapidJSON asks for these of every stream and calls them of none that it only reads.

@@ -1,6 +1,8 @@
-// GuidIndex.h -- the place of each tool of a list by its GUID, found in a time that does not grow with the list. Reading
-// from several threads is safe while nothing writes.
+// GuidIndex.h -- the place of each tool of a list by its GUID, found in a time that does not grow with the list.
+// Reading from several threads is safe while nothing writes.
 #pragma once
+
+#include "ToolLibrary/ToolLibraryExport.h"
 
 #include <QHash>
 #include <QUuid>
@@ -14,7 +16,7 @@ namespace Varn::ToolLibraries {
 
 /// A removal shifts the places of all later tools, so the hash keeps sequence numbers, which only grow along the list,
 /// and the place of one is found among them by halving.
-class GuidIndex
+class TOOL_LIBRARY_EXPORT GuidIndex
 {
 public:
     void clear();

@@ -37,6 +37,16 @@ QUuid guidOf(const Value &tool)
     return QUuid::fromString(QUtf8StringView(guid->GetString(), static_cast<qsizetype>(guid->GetStringLength())));
 }
 
+/// Takes every member of that name out: a text may repeat it. The last member moves into the place of one taken out.
+void removeMembers(Value &object, const char *name)
+{
+    for (rapidjson::SizeType i = object.MemberCount(); i-- > 0;) {
+        const auto member = object.MemberBegin() + i;
+        if (member->name == name)
+            object.RemoveMember(member);
+    }
+}
+
 void requireObjects(const Value &tools)
 {
     const auto elements = tools.GetArray();
@@ -114,7 +124,7 @@ Ox::expected<void, ToolSinkError> RapidjsonToolLibrary::createTool(ToolId id, co
         return refusal<AccessError>("Tool " + id.guid().asString() + " already exists");
     rapidjson::Document parsed = parse(tool);
     applyGuid(id.guid(), parsed);
-    getDataArray().PushBack(Value(parsed, m_doc.GetAllocator()), m_doc.GetAllocator());
+    m_tools->PushBack(Value(parsed, m_doc.GetAllocator()), m_doc.GetAllocator());
     m_index.append(id.guid().uuid());
     return {};
 }
@@ -126,7 +136,7 @@ Ox::expected<void, ToolSinkError> RapidjsonToolLibrary::updateTool(ToolId id, co
         return refusal<ToolMissing>("Tool not found in library");
     rapidjson::Document parsed = parse(tool);
     applyGuid(id.guid(), parsed);
-    getDataArray()[static_cast<rapidjson::SizeType>(*position)].CopyFrom(parsed, m_doc.GetAllocator());
+    (*m_tools)[static_cast<rapidjson::SizeType>(*position)].CopyFrom(parsed, m_doc.GetAllocator());
     return {};
 }
 
@@ -135,8 +145,7 @@ Ox::expected<void, ToolSinkError> RapidjsonToolLibrary::removeTool(ToolId id)
     const auto position = m_index.find(id.guid().uuid());
     if (!position)
         return refusal<ToolMissing>("Tool not found in library");
-    Value &tools = getDataArray();
-    tools.Erase(tools.Begin() + *position);
+    m_tools->Erase(m_tools->Begin() + *position);
     m_index.remove(id.guid().uuid(), *position);
     return {};
 }
@@ -162,14 +171,14 @@ std::optional<std::shared_ptr<Tool>> RapidjsonToolLibrary::get(ToolId id) const
 
 unsigned int RapidjsonToolLibrary::numberOfTools() const
 {
-    return getDataArray().Size();
+    return m_tools->Size();
 }
 
 std::vector<ToolId> RapidjsonToolLibrary::getToolIds() const
 {
     std::vector<ToolId> ids;
     ids.reserve(numberOfTools());
-    for (const Value &tool : getDataArray().GetArray())
+    for (const Value &tool : m_tools->GetArray())
         ids.emplace_back(Guid(guidOf(tool)));
     return ids;
 }
@@ -188,7 +197,8 @@ QMap<QString, QVariant> RapidjsonToolLibrary::toQVariantMap() const
 std::unique_ptr<const Tool> RapidjsonToolLibrary::at(unsigned int index) const
 {
     VARN_EXPECTS(index < numberOfTools());
-    return RapidJsonTool::view(&getDataArray()[index]);
+    // A walk that goes on after a removal gets nothing at its end, rather than what lies behind the array.
+    return index < m_tools->Size() ? RapidJsonTool::view(&(*m_tools)[index]) : nullptr;
 }
 
 void RapidjsonToolLibrary::sanitise()
@@ -201,22 +211,17 @@ void RapidjsonToolLibrary::sanitise()
 const rapidjson::Value *RapidjsonToolLibrary::find(const ToolId &id) const
 {
     const auto position = m_index.find(id.guid().uuid());
-    return position ? &getDataArray()[static_cast<rapidjson::SizeType>(*position)] : nullptr;
+    return position ? &(*m_tools)[static_cast<rapidjson::SizeType>(*position)] : nullptr;
 }
 
-const rapidjson::Value &RapidjsonToolLibrary::getDataArray() const
+rapidjson::Value &RapidjsonToolLibrary::getDataArray()
 {
     const Value *data = memberOf(m_doc, "data");
     if (!data)
         throw LibraryFormatError("JSON tool library has no data");
     if (!data->IsArray())
         throw LibraryFormatError("Data member must be an array");
-    return *data;
-}
-
-rapidjson::Value &RapidjsonToolLibrary::getDataArray()
-{
-    return const_cast<Value &>(std::as_const(*this).getDataArray());
+    return const_cast<Value &>(*data);
 }
 
 rapidjson::Document RapidjsonToolLibrary::parse(const Tool &tool)
@@ -229,8 +234,7 @@ rapidjson::Document RapidjsonToolLibrary::parse(const Tool &tool)
 
 void RapidjsonToolLibrary::applyGuid(const Guid &guid, rapidjson::Document &tool)
 {
-    while (tool.RemoveMember("guid")) { // a text may repeat it
-    }
+    removeMembers(tool, "guid");
     tool.AddMember("guid", Value(guid.asString(), tool.GetAllocator()), tool.GetAllocator());
 }
 
@@ -241,9 +245,8 @@ std::unique_ptr<Tool> RapidjsonToolLibrary::toolFromJson(const rapidjson::Value 
 
 void RapidjsonToolLibrary::upgrade()
 {
-    upgradeTools(getDataArray(), std::max(getVersion(), 0), m_doc.GetAllocator());
-    while (m_doc.RemoveMember("version")) { // a text may repeat it
-    }
+    upgradeTools(*m_tools, std::max(getVersion(), 0), m_doc.GetAllocator());
+    removeMembers(m_doc, "version");
     m_doc.AddMember("version", ToolLibraryVersion::latestVersion(), m_doc.GetAllocator());
     // A tool that repeated its "guid" has been known by the first; the way through a map leaves the last.
     removeToolsWithDuplicateGuids();
@@ -253,6 +256,7 @@ void RapidjsonToolLibrary::removeToolsWithDuplicateGuids()
 {
     Value &tools = getDataArray();
     requireObjects(tools);
+    m_tools = &tools;
     m_index.clear();
     rapidjson::SizeType kept = 0;
     for (rapidjson::SizeType i = 0; i < tools.Size(); ++i) {
@@ -268,9 +272,8 @@ void RapidjsonToolLibrary::removeToolsWithDuplicateGuids()
 
 void RapidjsonToolLibrary::validateSchema() const
 {
-    const Value &tools = getDataArray();
-    requireObjects(tools);
-    for (const Value &tool : tools.GetArray()) {
+    requireObjects(*m_tools);
+    for (const Value &tool : m_tools->GetArray()) {
         validateNonNegativeGaugeLength(tool);
         validateNonEmptyPresetsArray(tool);
         validateUnitValue(tool);

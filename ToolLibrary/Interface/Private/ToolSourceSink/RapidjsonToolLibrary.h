@@ -1,7 +1,7 @@
 // RapidjsonToolLibrary.h -- a whole library as one parsed JSON document, read and changed in place.
 //
-// Whatever a file's format, loading ends here. The document is {"data":[tool, ...],"version":N}; other members of the root
-// are kept. Tools handed out point into the document. Readers may share it between threads while nothing writes.
+// Whatever a file's format, loading ends here. The document is {"data":[tool, ...],"version":N}; other members of the
+// root are kept. Tools handed out point into the document. Readers may share it between threads while nothing writes.
 #pragma once
 
 #include "ToolLibrary/Interface/Private/ToolSourceSink/DiskLibrary.h"
@@ -21,9 +21,9 @@ namespace Varn::ToolLibraries {
 class TOOL_LIBRARY_EXPORT RapidjsonToolLibrary : public DiskLibrary
 {
 public:
-    /// Takes the document over, drops tools without a GUID of their own (the first of several with one GUID stays), brings
-    /// the tools to the current format version and checks them. Throws LibraryFormatError for a document that is no
-    /// library; a version above the current one is kept as it is.
+    /// Takes the document over, drops tools without a GUID of their own (the first of several with one GUID stays),
+    /// brings the tools to the current format version and checks them. Throws LibraryFormatError for a document that is
+    /// no library; a version above the current one is kept as it is.
     explicit RapidjsonToolLibrary(rapidjson::Document document);
     ~RapidjsonToolLibrary() override;
 
@@ -32,8 +32,8 @@ public:
     static std::shared_ptr<RapidjsonToolLibrary> fromDocument(const QJsonDocument &document,
                                                               const Abortable &abortable);
 
-    // Sink. The memory of a replaced or removed tool is given back with the library. A text that is no JSON object throws
-    // InvalidInput "Unable to create tool".
+    // Sink. The memory of a replaced or removed tool is given back with the library. A text that is no JSON object
+    // throws InvalidInput "Unable to create tool".
     Ox::expected<void, ToolSinkError> createTool(ToolId id, const Tool &tool) override; ///< at the end
     Ox::expected<void, ToolSinkError> updateTool(ToolId id, const Tool &tool) override; ///< in its place
     Ox::expected<void, ToolSinkError> removeTool(ToolId id) override;                   ///< the others keep their order
@@ -55,7 +55,6 @@ private:
     void sanitise() override;
 
     const rapidjson::Value *find(const ToolId &id) const;
-    const rapidjson::Value &getDataArray() const;
     rapidjson::Value &getDataArray();
     static rapidjson::Document parse(const Tool &tool);
     static void applyGuid(const Guid &guid, rapidjson::Document &tool);
@@ -69,7 +68,8 @@ private:
     static void validateUnitValue(const rapidjson::Value &tool);
 
     rapidjson::Document m_doc;
-    GuidIndex m_index; // of the array under "data"
+    rapidjson::Value *m_tools = nullptr; // the array under "data"; found anew when the members of the root change
+    GuidIndex m_index;                   // of that array
 };
 
 } // namespace Varn::ToolLibraries

@@ -90,11 +90,9 @@ TEST(ToolLibraryLocatorInterrogator, AUrlHasOneOfThreeFormatsAsItIsWritten)
         const char *format;
     };
     const Row rows[] = {
-        {L"toollibraryroot://a.zetlib", "Zet"}, {L"toollibraryroot://a.json", "Json"},
-        {L"cloud://a.tools", "Tools"},          {L"toollibraryroot://a.JSON", ""},
-        {L"toollibraryroot://a.tsv", ""},       {L"toollibraryroot://a.csv", ""},
-        {L"toollibraryroot://a.zip", ""},       {L"toollibraryroot://a", ""},
-        {L"document://a.json", "Json"},
+        {L"toollibraryroot://a.zetlib", "Zet"}, {L"toollibraryroot://a.json", "Json"}, {L"cloud://a.tools", "Tools"},
+        {L"toollibraryroot://a.JSON", ""},      {L"toollibraryroot://a.tsv", ""},      {L"toollibraryroot://a.csv", ""},
+        {L"toollibraryroot://a.zip", ""},       {L"toollibraryroot://a", ""},          {L"document://a.json", "Json"},
     };
     for (const Row &row : rows)
         EXPECT_EQ(formatOf(ToolLibraryLocator(row.url)), row.format) << QString::fromWCharArray(row.url).toStdString();
