@@ -9,9 +9,10 @@
 
 namespace Varn {
 
-/// The bytes go into a new file beside the old one, which takes its place at commit(). A link is followed to the file that
-/// it leads to. Where the folder takes no new file, or the old file has several hard links, the bytes go into the old file
-/// itself: the one case in which a crash can tear it. What a process that died has left beside the file is removed.
+/// The bytes go into a new file beside the old one, which takes its place at commit(). A link is followed to the file
+/// that it leads to. Where the folder takes no new file, or the old file has several hard links, the bytes go into the
+/// old file itself: the one case in which a crash can tear it. What a process that died has left beside the file is
+/// removed.
 class VARN_PLATFORM_EXPORT FileReplacement
 {
 public:

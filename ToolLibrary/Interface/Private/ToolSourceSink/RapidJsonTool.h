@@ -1,5 +1,5 @@
-// RapidJsonTool.h -- a tool that answers out of a parsed library document. It does not own the value and must not outlive
-// the document or a change of it; a reader that keeps a tool longer clones it. One thread at a time.
+// RapidJsonTool.h -- a tool that answers out of a parsed library document. It does not own the value and must not
+// outlive the document or a change of it; a reader that keeps a tool longer clones it. One thread at a time.
 #pragma once
 
 #include "ToolLibrary/ToolLibraryExport.h"
@@ -27,7 +27,8 @@ protected:
     Varn::ToolLibraries::ToolId findToolId() const override;
 
 private:
-    struct View {};
+    struct View {
+    };
     RapidJsonTool(View, const rapidjson::Value *value) : m_value(value), m_isView(true) {}
 
     static std::optional<Property> plainValue(const rapidjson::Value &value);

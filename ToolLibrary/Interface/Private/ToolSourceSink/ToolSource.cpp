@@ -16,8 +16,7 @@ ToolSource::const_iterator ToolSource::end() const
     return const_iterator();
 }
 
-ToolSource::const_iterator::const_iterator(const ToolSource *source)
-    : m_parent(source), m_size(source->numberOfTools())
+ToolSource::const_iterator::const_iterator(const ToolSource *source) : m_parent(source), m_size(source->numberOfTools())
 {
     validate();
 }

@@ -31,7 +31,8 @@ public:
         std::unique_ptr<const Tool> operator*() const;
         const_iterator &operator++();
 
-        /// Gives the state before and steps by \a n, which is 0 for a plain it++: that stays where it is. Loops use ++it.
+        /// Gives the state before and steps by \a n, which is 0 for a plain it++: that stays where it is. Loops use
+        /// ++it.
         const_iterator operator++(int n);
 
     private:

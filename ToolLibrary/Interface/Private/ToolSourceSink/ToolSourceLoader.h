@@ -1,5 +1,5 @@
-// ToolSourceLoader.h -- the one place that knows which file format goes where. Stateless; any thread, but a load may take
-// long and is meant for a worker.
+// ToolSourceLoader.h -- the one place that knows which file format goes where. Stateless; any thread, but a load may
+// take long and is meant for a worker.
 #pragma once
 
 #include "ToolLibrary/Interface/Private/ToolSourceSink/DiskLibrary.h"
