@@ -14,6 +14,8 @@
 
 #include <gtest/gtest.h>
 
+#include <mutex>
+
 namespace TestSupport {
 
 inline constexpr const wchar_t *libraryUrl = L"toollibraryroot://Local/a.json";
@@ -35,6 +37,7 @@ protected:
     {
         AnalyticsMgr::setSink([this](const QByteArray &line) {
             const auto report = Varn::ToolLibraries::JsonText::parse(line.toStdString()).value();
+            const std::lock_guard lock(m_reportsMutex);
             m_reports.push_back(report["command"].asString() + " " +
                                 Varn::ToolLibraries::JsonText::print(report["data"]));
         });
@@ -59,6 +62,7 @@ protected:
     TestPaths m_paths;
     std::shared_ptr<FakeLibraryCache> m_cache;
     Engine m_engine;
+    std::mutex m_reportsMutex;          ///< held while a report comes in, which may be on any thread
     std::vector<std::string> m_reports; ///< "command data"
 };
 
