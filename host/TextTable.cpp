@@ -23,7 +23,7 @@ constexpr const char *ellipsis = "\u2026";
 std::size_t cellsOf(wchar_t character)
 {
     const auto code = static_cast<UChar32>(character);
-    const int8_t category = u_charType(code);
+    const auto category = static_cast<UCharCategory>(u_charType(code));
     if (category == U_NON_SPACING_MARK || category == U_ENCLOSING_MARK || category == U_FORMAT_CHAR)
         return 0;
     const int width = u_getIntPropertyValue(code, UCHAR_EAST_ASIAN_WIDTH);

@@ -7,12 +7,12 @@ namespace Varn::ToolLibraries {
 
 namespace {
 
-constexpr int maximumDepth = 1000;
+constexpr qsizetype maximumDepth = 1000;
 
 /// REQUIRES: good JSON text.
 bool isNestedTooDeeply(const QByteArray &text)
 {
-    int depth = 0;
+    qsizetype depth = 0;
     bool inText = false;
     for (auto at = text.begin(); at != text.end(); ++at) {
         if (inText && *at == '\\')
@@ -75,7 +75,8 @@ QJsonDocument JsonConvert::parse(const QByteArray &bytes)
 
 QJsonDocument JsonConvert::toQJsonDocument(const std::string &text)
 {
-    return QJsonDocument::fromJson(QByteArray::fromRawData(text.c_str(), qstrlen(text.c_str())));
+    return QJsonDocument::fromJson(
+        QByteArray::fromRawData(text.c_str(), static_cast<qsizetype>(qstrlen(text.c_str()))));
 }
 
 QVariantList JsonConvert::toQVariantList(const std::string &text)
