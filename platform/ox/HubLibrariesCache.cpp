@@ -11,5 +11,6 @@ Exception::Exception(std::string_view message, std::optional<std::wstring> trans
 
 Exception::~Exception() = default;
 HubItemConflictError::~HubItemConflictError() = default;
+HubItemMissingError::~HubItemMissingError() = default;
 
 } // namespace Ox::HubLibrariesCache

@@ -32,4 +32,12 @@ public:
     ~HubItemConflictError() override;
 };
 
+/// The item is no longer on the hub.
+class VARN_PLATFORM_EXPORT HubItemMissingError : public Exception
+{
+public:
+    using Exception::Exception;
+    ~HubItemMissingError() override;
+};
+
 } // namespace Ox::HubLibrariesCache

@@ -7,6 +7,7 @@
 
 using Ox::HubLibrariesCache::Exception;
 using Ox::HubLibrariesCache::HubItemConflictError;
+using Ox::HubLibrariesCache::HubItemMissingError;
 
 TEST(HubLibrariesCache, AnExceptionCarriesItsTexts)
 {
@@ -25,18 +26,21 @@ TEST(HubLibrariesCache, TheTextNeedNotEndInANul)
     EXPECT_STREQ(Exception("").what(), "");
 }
 
-TEST(HubLibrariesCache, AConflictIsToldFromOtherFailures)
+TEST(HubLibrariesCache, AConflictAndALossAreToldFromOtherFailures)
 {
     const auto kindOf = [](const auto &failure) {
         try {
             throw failure;
         } catch (const HubItemConflictError &) {
             return "conflict";
+        } catch (const HubItemMissingError &) {
+            return "missing";
         } catch (const Exception &) {
             return "other";
         }
     };
     EXPECT_STREQ(kindOf(HubItemConflictError("newer")), "conflict");
+    EXPECT_STREQ(kindOf(HubItemMissingError("gone")), "missing");
     EXPECT_STREQ(kindOf(Exception("offline")), "other");
     EXPECT_EQ(HubItemConflictError("newer", L"neuer").translatedWhat(), L"neuer");
 }

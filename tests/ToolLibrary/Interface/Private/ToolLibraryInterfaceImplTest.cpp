@@ -25,7 +25,7 @@ namespace {
 
 constexpr const char *notYet = "NotSupportedError: Not yet supported";
 
-using ToolLibraryInterfaceOf = EngineTest<>;
+using InterfaceOverACache = EngineTest<>;
 
 std::vector<std::string> textsOf(const std::vector<LibraryTool> &tools)
 {
@@ -160,14 +160,14 @@ TEST(ToolLibraryInterfaceImpl, TakesANewModeButNoNullOne)
     EXPECT_THAT(asserts.messages(), ElementsAre("!!modeConfiguration"));
 }
 
-TEST_F(ToolLibraryInterfaceOf, TheCacheGivesItsLoadTask)
+TEST_F(InterfaceOverACache, TheCacheGivesItsLoadTask)
 {
     EXPECT_EQ(m_engine.initialLoadTask(), m_cache->initialLoadTask());
     m_engine.initialLoadTask()->abort();
     EXPECT_TRUE(m_cache->initialLoadTask()->isAborted());
 }
 
-TEST_F(ToolLibraryInterfaceOf, ATreeReportsHowManyLibrariesItHas)
+TEST_F(InterfaceOverACache, ATreeReportsHowManyLibrariesItHas)
 {
     m_cache->addNode(L"all://", NodeType::Folder);
     m_cache->addNode(L"toollibraryroot://Local", NodeType::Folder, ToolLibraryLocator(L"all://"));
@@ -183,14 +183,14 @@ TEST_F(ToolLibraryInterfaceOf, ATreeReportsHowManyLibrariesItHas)
                                        R"("numberOfCloudLibraries":"2","numberOfLocalLibraries":"3"})"));
 }
 
-TEST_F(ToolLibraryInterfaceOf, AnEmptyTreeReportsZeros)
+TEST_F(InterfaceOverACache, AnEmptyTreeReportsZeros)
 {
     EXPECT_EQ(m_engine.toolLibrariesIndex().toJson(), "[]");
     EXPECT_THAT(m_reports, ElementsAre(R"(NUMBER_OF_LIBRARIES {"libraryDialogName":"TOOL_LIBRARY",)"
                                        R"("numberOfCloudLibraries":"0","numberOfLocalLibraries":"0"})"));
 }
 
-TEST_F(ToolLibraryInterfaceOf, ToolsOfALibraryComeInItsOwnOrder)
+TEST_F(InterfaceOverACache, ToolsOfALibraryComeInItsOwnOrder)
 {
     m_cache->add(libraryUrl, libraryText({toolText(3), toolText(1, R"("z":1,"a":2.0)"), toolText(2)}));
     EXPECT_THAT(textsOf(m_engine.getToolsFromLibrary(ToolLibraryLocator(libraryUrl))),
@@ -202,7 +202,7 @@ TEST_F(ToolLibraryInterfaceOf, ToolsOfALibraryComeInItsOwnOrder)
     EXPECT_THAT(m_reports, IsEmpty());
 }
 
-TEST_F(ToolLibraryInterfaceOf, ToolsThatAreGivenOutStandAlone)
+TEST_F(InterfaceOverACache, ToolsThatAreGivenOutStandAlone)
 {
     const auto library = RapidjsonToolLibrary::fromString(libraryText({toolText(1), toolText(2)}), AbortableImpl());
     m_cache->add(libraryUrl, library);
@@ -216,7 +216,7 @@ TEST_F(ToolLibraryInterfaceOf, ToolsThatAreGivenOutStandAlone)
     EXPECT_EQ(found->toJson(), libraryTool(libraryUrl, toolText(2)));
 }
 
-TEST_F(ToolLibraryInterfaceOf, OnlyLibrariesOfTheCacheGiveTheirToolsOut)
+TEST_F(InterfaceOverACache, OnlyLibrariesOfTheCacheGiveTheirToolsOut)
 {
     m_cache->addBroken(otherUrl, "torn");
     const ToolLibraryLocator loose = looseFile(u"c.json", libraryText({toolText(3)}));
@@ -235,7 +235,7 @@ TEST_F(ToolLibraryInterfaceOf, OnlyLibrariesOfTheCacheGiveTheirToolsOut)
     }
 }
 
-TEST_F(ToolLibraryInterfaceOf, AnOpenDocumentIsNotReadYet)
+TEST_F(InterfaceOverACache, AnOpenDocumentIsNotReadYet)
 {
     const auto document = VarnDocument::create(L"Bracket");
     const ToolLibraryLocator url = m_engine.getDocumentUrl(*document);
@@ -248,7 +248,7 @@ TEST_F(ToolLibraryInterfaceOf, AnOpenDocumentIsNotReadYet)
     EXPECT_THAT(asserts.messages(), IsEmpty());
 }
 
-TEST_F(ToolLibraryInterfaceOf, ADocumentIsLookedForOnTheMainThread)
+TEST_F(InterfaceOverACache, ADocumentIsLookedForOnTheMainThread)
 {
     const auto document = VarnDocument::create(L"Bracket");
     const ToolLibraryLocator open = m_engine.getDocumentUrl(*document);
@@ -259,7 +259,7 @@ TEST_F(ToolLibraryInterfaceOf, ADocumentIsLookedForOnTheMainThread)
         << "the failure comes out on the calling thread";
 }
 
-TEST_F(ToolLibraryInterfaceOf, AToolIsFoundInOneLibrary)
+TEST_F(InterfaceOverACache, AToolIsFoundInOneLibrary)
 {
     m_cache->add(libraryUrl, libraryText({toolText(1), toolText(2)}));
     const ToolLibraryLocator library(libraryUrl);
@@ -269,7 +269,7 @@ TEST_F(ToolLibraryInterfaceOf, AToolIsFoundInOneLibrary)
     EXPECT_FALSE(m_engine.findToolById(library, ToolId("no guid")).has_value());
 }
 
-TEST_F(ToolLibraryInterfaceOf, AToolIsFoundInTheFirstLibraryThatHasIt)
+TEST_F(InterfaceOverACache, AToolIsFoundInTheFirstLibraryThatHasIt)
 {
     m_cache->addNode(L"toollibraryroot://Local", NodeType::Folder);
     m_cache->addNode(L"document://11111111-2222-4333-8444-000000000001", NodeType::Document);
@@ -284,7 +284,7 @@ TEST_F(ToolLibraryInterfaceOf, AToolIsFoundInTheFirstLibraryThatHasIt)
     EXPECT_EQ(failureOf([&] { find(3); }), "LibraryFormatError: torn (translated)") << "no bad library is skipped";
 }
 
-TEST_F(ToolLibraryInterfaceOf, AToolThatNoLibraryHasIsNoFailure)
+TEST_F(InterfaceOverACache, AToolThatNoLibraryHasIsNoFailure)
 {
     EXPECT_FALSE(m_engine.findToolById(idOf(1)).has_value());
     m_cache->add(libraryUrl, libraryText({toolText(1)}));
@@ -293,14 +293,14 @@ TEST_F(ToolLibraryInterfaceOf, AToolThatNoLibraryHasIsNoFailure)
     EXPECT_EQ(m_cache->loads(), 2) << "after every library was looked into";
 }
 
-TEST_F(ToolLibraryInterfaceOf, ALibraryOfTheTreeThatTheCacheLacksRaises)
+TEST_F(InterfaceOverACache, ALibraryOfTheTreeThatTheCacheLacksRaises)
 {
     m_cache->addNode(libraryUrl, NodeType::Library);
     EXPECT_EQ(failureOf([&] { m_engine.findToolById(idOf(1)); }),
               "LibraryMissing: Unable to find tool library toollibraryroot://Local/a.json");
 }
 
-TEST_F(ToolLibraryInterfaceOf, AllUrlsAreThoseOfDocumentsAndLibraries)
+TEST_F(InterfaceOverACache, AllUrlsAreThoseOfDocumentsAndLibraries)
 {
     EXPECT_THAT(m_engine.getAllLibraryUrls(), IsEmpty());
     const ToolLibraryLocator root(L"all://");
@@ -320,7 +320,7 @@ TEST_F(ToolLibraryInterfaceOf, AllUrlsAreThoseOfDocumentsAndLibraries)
     EXPECT_THAT(m_reports, IsEmpty());
 }
 
-TEST_F(ToolLibraryInterfaceOf, TheActiveDocumentFollowsTheHost)
+TEST_F(InterfaceOverACache, TheActiveDocumentFollowsTheHost)
 {
     EXPECT_FALSE(m_engine.getActiveDocumentUrl().has_value());
     auto document = VarnDocument::create(L"Bracket");
@@ -332,7 +332,7 @@ TEST_F(ToolLibraryInterfaceOf, TheActiveDocumentFollowsTheHost)
     EXPECT_FALSE(m_engine.getActiveDocumentUrl().has_value());
 }
 
-TEST_F(ToolLibraryInterfaceOf, DocumentsAreListedOnTheMainThread)
+TEST_F(InterfaceOverACache, DocumentsAreListedOnTheMainThread)
 {
     const auto document = VarnDocument::create(L"Bracket");
     EXPECT_THAT(m_cache->documents()->urls(), IsEmpty());
@@ -343,7 +343,7 @@ TEST_F(ToolLibraryInterfaceOf, DocumentsAreListedOnTheMainThread)
     EXPECT_THAT(asserts.messages(), IsEmpty()) << "the list asserts that it changes on the main thread";
 }
 
-TEST_F(ToolLibraryInterfaceOf, ManyThreadsMayReadAtOnce)
+TEST_F(InterfaceOverACache, ManyThreadsMayReadAtOnce)
 {
     m_cache->add(libraryUrl, libraryText({toolText(1), toolText(2)}));
     m_cache->add(otherUrl, libraryText({toolText(3)}));

@@ -157,16 +157,21 @@ TEST_F(JsonFileReaderTest, WhatIsNoDocumentCannotBeParsed)
 TEST_F(JsonFileReaderTest, ADocumentDeeperThanAThousandLevelsCannotBeParsed)
 {
     EXPECT_FALSE(JsonFileReader::readDocument(file(L"a.json", nested(1000))).isNull());
-    const std::string manyBrackets = R"([")" + std::string(5000, '[') + R"(\"{", [{"{{":"\\"}]])";
+    const std::string manyBrackets =
+        R"(["\"{)" + std::string(5000, '[') + R"(\"{", [{"{{":"\\"}], "\\\")" + std::string(5000, '{') + "\"]";
     EXPECT_FALSE(JsonFileReader::readDocument(file(L"b.json", manyBrackets)).isNull()) << "brackets within texts";
+    const std::wstring path = file(L"behind.json", R"(["\\", ")" + std::string(10, ']') + "\"," + nested(1000) + "]");
+    EXPECT_EQ(failureOfDocument<LibraryFormatError>(path),
+              "File exists but cannot be parsed: " + Messages::fromWideUnicodeToUTF8(path))
+        << "behind texts that end in a backslash or hold closing brackets";
     std::string wide = "[[]";
     for (int i = 0; i < 5000; ++i)
         wide += ",[{}]";
     EXPECT_FALSE(JsonFileReader::readDocument(file(L"c.json", wide + "]")).isNull()) << "side by side";
     for (const std::size_t levels : {1001, 1010, 1024, 1025, 1'000'000}) {
-        const std::wstring path = file(L"deep.json", nested(levels));
-        EXPECT_EQ(failureOfDocument<LibraryFormatError>(path),
-                  "File exists but cannot be parsed: " + Messages::fromWideUnicodeToUTF8(path))
+        const std::wstring deep = file(L"deep.json", nested(levels));
+        EXPECT_EQ(failureOfDocument<LibraryFormatError>(deep),
+                  "File exists but cannot be parsed: " + Messages::fromWideUnicodeToUTF8(deep))
             << levels;
     }
 }

@@ -1,0 +1,7 @@
+#include "platform/hub/IPlatformLibrariesInterface.h"
+
+namespace Varn {
+
+IPlatformLibrariesInterface::~IPlatformLibrariesInterface() = default;
+
+} // namespace Varn

@@ -1,0 +1,7 @@
+#include "platform/zip/CZipAbstractFile.h"
+
+namespace Varn {
+
+CZipAbstractFile::~CZipAbstractFile() = default;
+
+} // namespace Varn
