@@ -141,7 +141,7 @@ bool ZipToolFormat::write()
         return false;
     return guarded([&] {
         m_archive->Close();
-        FileReplacement file(m_path.toStdWString());
+        FileReplacement file(FileSystem::fromQString(m_path));
         return file.isOpen() && file.write(m_file->GetBytes()) && file.commit();
     });
 }
@@ -150,7 +150,7 @@ bool ZipToolFormat::write()
 bool ZipToolFormat::attach()
 {
     m_file->Close();
-    const std::wstring path = m_path.toStdWString();
+    const std::wstring path = FileSystem::fromQString(m_path);
     CZipFile file;
     if (!FileSystem::exists(path) || !file.Open(path, CZipFile::OpenMode::Read))
         return false;

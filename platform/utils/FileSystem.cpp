@@ -86,6 +86,16 @@ std::wstring FileSystem::fromPath(const fs::path &path)
     return text;
 }
 
+std::wstring FileSystem::fromQString(QStringView text)
+{
+    const std::wstring units(text.utf16(), text.utf16() + text.size());
+    std::wstring wide;
+    wide.reserve(units.size());
+    for (std::size_t i = 0; i < units.size();)
+        wide += static_cast<wchar_t>(WideCharacters::next(units, i));
+    return wide;
+}
+
 std::wstring FileSystem::getFileName(std::wstring_view path)
 {
     return std::wstring(path.substr(path.rfind(L'/') + 1));

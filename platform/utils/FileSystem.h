@@ -3,6 +3,8 @@
 
 #include "platform/VarnPlatformExport.h"
 
+#include <QStringView>
+
 #include <cstdio>
 #include <filesystem>
 #include <memory>
@@ -30,6 +32,8 @@ public:
     /// @{
     static std::filesystem::path toPath(std::wstring_view text);
     static std::wstring fromPath(const std::filesystem::path &path);
+    /// The wide text of a path that Qt has: unlike Qt's own conversion it keeps those bytes.
+    static std::wstring fromQString(QStringView text);
     /// @}
 
     /// \name The text of a path, whatever is on the disk

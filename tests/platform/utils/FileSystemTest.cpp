@@ -106,6 +106,14 @@ TEST_F(FileSystemTest, APairOfSurrogatesIsOneCharacter)
     EXPECT_EQ(FileSystem::toPath(pair).native(), "\U0001F529");
 }
 
+TEST_F(FileSystemTest, ATextOfQtKeepsEveryName)
+{
+    const std::wstring names[] = {L"", L"a/b.json", L"\u00fc \u5de5", L"\U0001F6E0.tools",
+                                  std::wstring(L"byte ") + static_cast<wchar_t>(0xDCFF) + L"x"};
+    for (const std::wstring &name : names)
+        EXPECT_EQ(FileSystem::fromQString(QString::fromStdWString(name)), name);
+}
+
 TEST_F(FileSystemTest, APathFallsIntoFolderNameAndExtension)
 {
     struct Row {
