@@ -6,8 +6,9 @@ namespace Varn::Tools {
 
 namespace {
 
-const QString idKey = QStringLiteral("_document_tool_id");
-const QString referenceGuidKey = QStringLiteral("_document_tool_reference_guid");
+constexpr std::array<const char *, 2> keys{"_document_tool_id", "_document_tool_reference_guid"};
+const QString idKey = QString::fromLatin1(keys[0]);
+const QString referenceGuidKey = QString::fromLatin1(keys[1]);
 
 } // namespace
 
@@ -39,6 +40,11 @@ void DocumentToolVariantMapUtil::removeDocumentToolInformation(QVariantMap &tool
 {
     tool.remove(idKey);
     tool.remove(referenceGuidKey);
+}
+
+std::array<const char *, 2> DocumentToolVariantMapUtil::informationKeys()
+{
+    return keys;
 }
 
 } // namespace Varn::Tools

@@ -7,6 +7,8 @@
 #include <QString>
 #include <QVariant>
 
+#include <array>
+
 namespace Varn::Tools {
 
 class TOOL_LIBRARY_EXPORT DocumentToolVariantMapUtil
@@ -28,6 +30,9 @@ public:
 
     /// Removes whichever of the marks are there.
     static void removeDocumentToolInformation(QVariantMap &tool);
+
+    /// The keys of the marks, for tools that are no map.
+    static std::array<const char *, 2> informationKeys();
 };
 
 } // namespace Varn::Tools

@@ -8,10 +8,17 @@ namespace Varn::ToolLibraries {
 
 void JsonFileWriter::writeFile(const std::wstring &path, const QByteArray &bytes)
 {
+    writeText(path, [&](const Sink &sink) {
+        return sink({bytes.constData(), static_cast<std::size_t>(bytes.size())});
+    });
+}
+
+void JsonFileWriter::writeText(const std::wstring &path, const Text &text)
+{
     FileReplacement file(path);
     if (!file.isOpen())
         throw IOError("Cannot open JSON file for writing: " + Messages::fromWideUnicodeToUTF8(path));
-    if (!file.write({bytes.constData(), static_cast<std::size_t>(bytes.size())}) || !file.commit())
+    if (!text([&](std::string_view block) { return file.write(block); }) || !file.commit())
         throw IOError("Could not write data to JSON file: " + Messages::fromWideUnicodeToUTF8(path));
 }
 

@@ -194,6 +194,11 @@ QMap<QString, QVariant> RapidjsonToolLibrary::toQVariantMap() const
     return RapidJsonConvert::toQVariant(m_doc).toMap();
 }
 
+bool RapidjsonToolLibrary::printIndented(const IndentedJsonWriter::Sink &sink, bool newGuids) const
+{
+    return newGuids ? IndentedJsonWriter::printWithNewGuids(m_doc, sink) : IndentedJsonWriter::print(m_doc, sink);
+}
+
 std::unique_ptr<const Tool> RapidjsonToolLibrary::at(unsigned int index) const
 {
     VARN_EXPECTS(index < numberOfTools());

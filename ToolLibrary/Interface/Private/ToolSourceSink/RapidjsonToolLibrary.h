@@ -4,6 +4,7 @@
 // root are kept. Tools handed out point into the document. Readers may share it between threads while nothing writes.
 #pragma once
 
+#include "ToolLibrary/Interface/Private/JsonManipulation/IndentedJsonWriter.h"
 #include "ToolLibrary/Interface/Private/ToolSourceSink/DiskLibrary.h"
 #include "ToolLibrary/Interface/Private/ToolSourceSink/GuidIndex.h"
 
@@ -49,6 +50,11 @@ public:
     int getVersion() const override; ///< 1 when the document has none
 
     QMap<QString, QVariant> toQVariantMap() const override;
+
+    /// Prints the library as it is saved, the text that toQVariantMap() gives through a QJsonDocument, without a copy
+    /// of anything. With \a newGuids each tool of the text gets a GUID of its own and is no document tool any more.
+    /// False when the sink was.
+    bool printIndented(const IndentedJsonWriter::Sink &sink, bool newGuids = false) const;
 
 private:
     std::unique_ptr<const Tool> at(unsigned int index) const override;

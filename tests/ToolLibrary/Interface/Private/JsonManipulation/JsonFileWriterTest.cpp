@@ -3,6 +3,7 @@
 #include "platform/tool/Exception.h"
 #include "platform/utils/FileSystem.h"
 #include "platform/utils/Messages.h"
+#include "support/Rights.h"
 
 #include <QDir>
 #include <QJsonArray>
@@ -11,58 +12,21 @@
 
 #include <gtest/gtest.h>
 
-#include <csignal>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
 
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 using namespace std::string_literals;
 using namespace Varn::ToolLibraries;
+using TestSupport::AsNobody;
+using TestSupport::FullDisk;
 using Varn::FileSystem;
 using Varn::Messages;
 
 namespace {
-
-/// Takes the rights of an administrator away while it lives: nothing is read-only for one.
-class AsNobody
-{
-public:
-    AsNobody() : m_user(geteuid())
-    {
-        if (m_user == 0) {
-            EXPECT_EQ(seteuid(65534), 0);
-        }
-    }
-    ~AsNobody() { EXPECT_EQ(seteuid(m_user), 0); }
-
-private:
-    uid_t m_user;
-};
-
-/// No file of this process gets longer than \a bytes while it lives, as if the disk were full.
-class FullDisk
-{
-public:
-    explicit FullDisk(rlim_t bytes) : m_handler(std::signal(SIGXFSZ, SIG_IGN))
-    {
-        EXPECT_EQ(getrlimit(RLIMIT_FSIZE, &m_limit), 0);
-        const rlimit small{bytes, m_limit.rlim_max};
-        EXPECT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
-    }
-    ~FullDisk()
-    {
-        EXPECT_EQ(setrlimit(RLIMIT_FSIZE, &m_limit), 0);
-        std::signal(SIGXFSZ, m_handler);
-    }
-
-private:
-    rlimit m_limit{};
-    void (*m_handler)(int);
-};
 
 class JsonFileWriterTest : public testing::Test
 {
@@ -204,4 +168,38 @@ TEST_F(JsonFileWriterTest, AFullDiskLeavesTheOldFile)
     EXPECT_EQ(newFailure, couldNotWrite(at(L"new.json")));
     EXPECT_EQ(contentOf(path), "old");
     EXPECT_EQ(files(), QStringList{QString::fromStdWString(L"d\u00fc.json")});
+}
+
+TEST_F(JsonFileWriterTest, ATextMayComeInBlocks)
+{
+    const std::wstring path = at(L"a.json");
+    JsonFileWriter::writeText(path, [](const JsonFileWriter::Sink &sink) {
+        for (int i = 0; i < 1000; ++i)
+            if (!sink("a block of text "))
+                return false;
+        return sink("");
+    });
+    EXPECT_EQ(contentOf(path).size(), 16000u);
+    EXPECT_EQ(files(), QStringList{"a.json"});
+}
+
+TEST_F(JsonFileWriterTest, ATextThatBreaksOffLeavesTheOldFile)
+{
+    const std::wstring path = at(L"a.json");
+    JsonFileWriter::writeFile(path, "old");
+    std::string failure;
+    try {
+        JsonFileWriter::writeText(path, [](const JsonFileWriter::Sink &sink) { return sink("new") && false; });
+    } catch (const IOError &error) {
+        failure = error.what();
+    }
+    EXPECT_EQ(failure, couldNotWrite(path));
+    EXPECT_THROW(JsonFileWriter::writeText(path,
+                                           [](const JsonFileWriter::Sink &sink) -> bool {
+                                               sink("new");
+                                               throw std::runtime_error("in the middle");
+                                           }),
+                 std::runtime_error);
+    EXPECT_EQ(contentOf(path), "old");
+    EXPECT_EQ(files(), QStringList{"a.json"});
 }
