@@ -22,7 +22,8 @@ class TOOL_LIBRARY_EXPORT ToolSourceLoader
 public:
     /// Reads what \a locator names, afresh at each call. Throws InvalidInput for what is no library to be read here,
     /// LibraryMissing for a document that isn't open, LibraryFormatError for a file that isn't there or is no library,
-    /// NotSupportedError for a format that has no reader.
+    /// NotSupportedError for a format that has no reader. A file of another format than its name says, or of a name
+    /// that says none, is tried as a library document.
     static std::shared_ptr<ToolSource> load(const ToolLibraryLocator &locator, const Abortable &abortable);
 
     /// The same for anything but a document or a setup.
@@ -34,7 +35,18 @@ private:
                                     const Abortable &abortable);
     static void loadFromJson(const ToolLibraryLocatorInterrogator &locator, const JsonConsumer &consumer,
                              const Abortable &abortable);
+    static void loadFromCSV(const ToolLibraryLocatorInterrogator &locator, const JsonConsumer &consumer,
+                            const Abortable &abortable);
+    static void loadFromGTCPackage(const ToolLibraryLocatorInterrogator &locator, const JsonConsumer &consumer,
+                                   const Abortable &abortable);
+    static void loadFromZippedJson(const ToolLibraryLocatorInterrogator &locator, const JsonConsumer &consumer,
+                                   const Abortable &abortable);
+    static void loadFromOtherKnownFormat(const ToolLibraryLocatorInterrogator &locator, const JsonConsumer &consumer,
+                                         const Abortable &abortable);
+    static void loadInPlaceOfOther(const ToolLibraryLocatorInterrogator &locator, const JsonConsumer &consumer,
+                                   const Abortable &abortable);
     static std::shared_ptr<DiskLibrary> loadFromDocument(const ToolLibraryLocatorInterrogator &locator);
+    static std::shared_ptr<ToolSource> loadFromSetup(const ToolLibraryLocatorInterrogator &locator);
 };
 
 } // namespace Varn::ToolLibraries

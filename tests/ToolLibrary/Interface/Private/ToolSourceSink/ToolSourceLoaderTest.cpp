@@ -1,12 +1,16 @@
 #include "ToolLibrary/Interface/Private/ToolSourceSink/ToolSourceLoader.h"
 #include "support/Asserts.h"
 #include "support/Failure.h"
+#include "support/FileContent.h"
 #include "support/LibraryFile.h"
 #include "support/TestPaths.h"
 
 #include "ToolLibrary/CamDocuments.h"
+#include "ToolLibrary/IO/ZipToolFormat.h"
+#include "platform/core/FeatureFlag.h"
 #include "platform/core/VarnDocument.h"
 #include "platform/utils/Abortable.h"
+#include "platform/utils/FileSystem.h"
 
 #include <gmock/gmock.h>
 
@@ -44,6 +48,16 @@ std::string failureOfDirectLoad(const ToolLibraryLocator &locator)
 std::string unreadable(const QString &path)
 {
     return "LibraryFormatError: Failed to read or parse JSON file: " + path.toStdString();
+}
+
+void putArchive(const QString &path, const std::vector<std::pair<QString, std::string>> &entries)
+{
+    QDir().mkpath(path.section(u'/', 0, -2));
+    Varn::Tools::ZipToolFormat archive(path);
+    archive.create();
+    for (const auto &[name, content] : entries)
+        EXPECT_TRUE(archive.addFile(name, QByteArray::fromStdString(content)));
+    EXPECT_TRUE(archive.write());
 }
 
 /// Counts how often it is asked.
@@ -161,11 +175,15 @@ TEST(ToolSourceLoader, NamesTheFileThatItCouldNotRead)
     QDir().mkpath(paths.loose(u"folder.json"));
     const std::string archive = std::string("PK\x03\x04", 4) + std::string(60, '\0');
     const std::pair<const char16_t *, std::string> rows[] = {
-        {u"empty.json", ""},           {u"text.json", "no JSON"},
-        {u"cut.json", R"({"data":[)"}, {u"Fräser 🛠.json", "{"},
-        {u"archive.tools", archive},   {u"text.tools", "no JSON"},
-        {u"legacy.zetlib", "<xml/>"},  {u"tools.txt", "T1 D6"},
-        {u"tools.dat", archive},       {u"other", "x"},
+        {u"empty.json", ""},
+        {u"text.json", "no JSON"},
+        {u"cut.json", R"({"data":[)"},
+        {u"Fräser 🛠.json", "{"},
+        {u"archive.tools", archive},
+        {u"text.tools", "no JSON"},
+        {u"other", "x"},
+        {u"other.xyz", archive},
+        {u"a.hub", "x"},
     };
     for (const auto &[name, content] : rows) {
         const QString path = paths.loose(name);
@@ -178,6 +196,111 @@ TEST(ToolSourceLoader, NamesTheFileThatItCouldNotRead)
     EXPECT_EQ(failureOfLoad(pathOf(QString())), unreadable(QString()));
     EXPECT_EQ(failureOfLoad(ToolLibraryLocator(L"toollibraryroot://Local/a.json")),
               unreadable(paths.local(u"Local/a.json")));
+}
+
+TEST(ToolSourceLoader, AFileOfAnotherProgramIsNotCalledBroken)
+{
+    const TestPaths paths;
+    for (const char16_t *const name : {u"a.zetlib", u"a.holderstxt", u"a.txt", u"a.DAT"}) {
+        const QString path = paths.loose(name);
+        EXPECT_EQ(failureOfLoad(pathOf(path)), unreadable(path)) << "it is not there";
+        writeFile(path, "T1 D6");
+        EXPECT_EQ(failureOfLoad(pathOf(path)), notYet) << path.toStdString();
+        AbortableImpl aborted;
+        aborted.abort();
+        EXPECT_EQ(failureOf([&] { ToolSourceLoader::load(pathOf(path), aborted); }), unreadable(path));
+    }
+    QDir().mkpath(paths.loose(u"folder.txt"));
+    EXPECT_EQ(failureOfLoad(pathOf(paths.loose(u"folder.txt"))), unreadable(paths.loose(u"folder.txt")));
+    writeFile(paths.local(u"Local/a.zetlib"), "<xml/>");
+    EXPECT_EQ(failureOfLoad(ToolLibraryLocator(L"toollibraryroot://Local/a.zetlib")), notYet);
+}
+
+TEST(ToolSourceLoader, APackageIsRefusedByItsSwitchFirst)
+{
+    const TestPaths paths;
+    Varn::FeatureFlag::setEnabled("tool-gtc-import", false);
+    EXPECT_EQ(failureOfLoad(pathOf(paths.loose(u"a.zip"))),
+              "UnknownError: tool-gtc-import Feature Flag is not enabled.");
+    Varn::FeatureFlag::reset();
+    putArchive(paths.loose(u"a.zip"), {{"tools.json", libraryText({toolText(1)})}});
+    EXPECT_EQ(failureOfLoad(pathOf(paths.loose(u"a.zip"))), notYet) << "never a library";
+}
+
+TEST(ToolSourceLoader, ReadsTheDocumentInAnArchive)
+{
+    const TestPaths paths;
+    const std::string text = libraryText({toolText(1), toolText(2)});
+    for (const QString &path :
+         {paths.loose(u"a.tools"), paths.loose(u"Fr\u00e4ser \U0001F6E0.TOOLS"), paths.local(u"Local/b.tools")}) {
+        putArchive(path, {{"1.3DTool", "solid"}, {"tools.json", text}});
+        EXPECT_EQ(ToolSourceLoader::load(pathOf(path), AbortableImpl())->toJson(), text) << path.toStdString();
+    }
+    EXPECT_EQ(ToolSourceLoader::load(ToolLibraryLocator(L"toollibraryroot://Local/b.tools"), AbortableImpl())->toJson(),
+              text);
+    putArchive(paths.loose(u"mark.tools"), {{"tools.json", "\xEF\xBB\xBF" + text}});
+    EXPECT_EQ(ToolSourceLoader::load(pathOf(paths.loose(u"mark.tools")), AbortableImpl())->numberOfTools(), 2u);
+}
+
+TEST(ToolSourceLoader, AnArchiveUnderANameThatIsNoUtf8IsRead)
+{
+    const TestPaths paths;
+    const QString good = paths.loose(u"a.tools");
+    putArchive(good, {{"tools.json", libraryText({toolText(1)})}});
+    const std::wstring odd = paths.loose(u"byte ").toStdWString() + static_cast<wchar_t>(0xDCFF) + L".tools";
+    std::filesystem::rename(good.toStdString(), Varn::FileSystem::toPath(odd));
+    EXPECT_EQ(ToolSourceLoader::load(ToolLibraryLocator::fromFilePath(odd), AbortableImpl())->numberOfTools(), 1u);
+    EXPECT_FALSE(Varn::FileSystem::remove(odd)); // the temporary folder does not find every name
+}
+
+TEST(ToolSourceLoader, AnArchiveThatHoldsNoDocumentIsTriedAsOne)
+{
+    const TestPaths paths;
+    const std::string document = libraryText({toolText(1)});
+    const QString path = paths.loose(u"a.tools");
+    putArchive(path, {});
+    EXPECT_EQ(failureOfLoad(pathOf(path)), unreadable(path));
+    for (const char *name : {"Tools.json", "tools.JSON", "folder/tools.json", "tools.json.txt"}) {
+        putArchive(path, {{name, document}});
+        EXPECT_EQ(failureOfLoad(pathOf(path)), unreadable(path)) << name;
+    }
+    putArchive(path, {{"tools.json", document}, {"tools.jsom", document}});
+    std::string twice = contentOf(path);
+    for (std::size_t at = 0; (at = twice.find("tools.jsom", at)) != std::string::npos;)
+        twice.replace(at, 10, "tools.json");
+    writeFile(path, twice);
+    EXPECT_EQ(failureOfLoad(pathOf(path)), unreadable(path)) << "which of the two?";
+    putArchive(path, {{"tools.json", document}});
+    std::string damaged = contentOf(path);
+    damaged[damaged.find("tools.json") + 12] ^= 0x10;
+    writeFile(path, damaged);
+    EXPECT_EQ(failureOfLoad(pathOf(path)), unreadable(path)) << "damaged";
+}
+
+TEST(ToolSourceLoader, ADocumentInAnArchiveThatIsBadTextSaysSo)
+{
+    const TestPaths paths;
+    const QString path = paths.loose(u"\u00fc.tools");
+    const std::string failure = "LibraryFormatError: Failed to parse JSON from tools.json: " + path.toStdString();
+    for (const std::string &text : {std::string(), std::string("no JSON"), std::string(R"({"data":[)")}) {
+        putArchive(path, {{"tools.json", text}});
+        EXPECT_EQ(failureOfLoad(pathOf(path)), failure) << text;
+    }
+    putArchive(path, {{"tools.json", R"({"data":7})"}});
+    EXPECT_EQ(failureOfLoad(pathOf(path)), "LibraryFormatError: Data member must be an array");
+}
+
+TEST(ToolSourceLoader, AnAbortEndsTheReadOfAnArchive)
+{
+    const TestPaths paths;
+    const QString path = paths.loose(u"a.tools");
+    putArchive(path, {{"tools.json", libraryText({toolText(1)})}});
+    AbortableImpl aborted;
+    aborted.abort();
+    EXPECT_EQ(failureOf([&] { ToolSourceLoader::load(pathOf(path), aborted); }), unreadable(path));
+    const CountingAbortable counting;
+    ToolSourceLoader::load(pathOf(path), counting);
+    EXPECT_GT(counting.questions(), 2) << "asked for the blocks and for the objects";
 }
 
 TEST(ToolSourceLoader, PassesOnWhatTheLibrarySays)
@@ -247,7 +370,8 @@ TEST(ToolSourceLoader, NothingIsAssertedOfAnyFile)
 {
     const TestPaths paths;
     const Asserts asserts;
-    for (const char16_t *const name : {u"a.json", u"a.tools", u"a.tsv", u"a.csv", u"a.zip", u"a.other", u"a"}) {
+    for (const char16_t *const name :
+         {u"a.json", u"a.tools", u"a.tsv", u"a.csv", u"a.zip", u"a.zetlib", u"a.txt", u"a.other", u"a"}) {
         failureOfLoad(pathOf(paths.loose(name)));
         writeFile(paths.loose(name), libraryText({toolText(1)}));
         failureOfLoad(pathOf(paths.loose(name)));
