@@ -1,0 +1,32 @@
+// LibrarySaver.h -- writes a library to a file in the format that its name asks for. Threads as ToolLibraryJsonStorage.
+#pragma once
+
+#include "ToolLibrary/IO/ToolLibraryUrl.h"
+#include "ToolLibrary/ToolLibraryExport.h"
+
+#include <QString>
+
+namespace Varn::ToolLibraries {
+
+class ExportableLibrary;
+
+class TOOL_LIBRARY_EXPORT LibrarySaver
+{
+public:
+    /// Writes \a library, which \a url names, to the path \a fileName. Tools that leave a document get new GUIDs. A
+    /// ".tools" library that is saved to its own file keeps the geometries there; any other file is replaced whole.
+    ///
+    /// Throws UnknownError "Invalid file format" for an end of the name that no writer takes (case counts),
+    /// NotSupportedError for ".zetlib" and ".csv", which have no writer yet, IOError "Failed to export library" or the
+    /// text of JsonFileWriter. What fails leaves the old file. REQUIRES: no name that ends in ".hub".
+    static void saveLibrary(const Tools::ToolLibraryUrl &url, const QString &fileName,
+                            const ExportableLibrary &library);
+
+private:
+    static bool saveLibraryAsJson(const Tools::ToolLibraryUrl &url, const QString &fileName,
+                                  const ExportableLibrary &library);
+    static bool saveLibraryAsZetlib(const QString &fileName, const ExportableLibrary &library);
+    static bool saveLibraryAsCSV(const QString &fileName, const ExportableLibrary &library);
+};
+
+} // namespace Varn::ToolLibraries
