@@ -1,13 +1,32 @@
 #include "ToolLibrary/CamDocuments.h"
 
+#include "ToolLibrary/IO/LibraryDisplayNames.h"
 #include "platform/core/VarnDocument.h"
 #include "platform/utils/Guid.h"
 #include "platform/utils/Thread.h"
 #include "util/utility/Assert.h"
 
+#include <set>
 #include <utility>
 
 namespace Varn::Tools {
+
+using ToolLibraries::LibraryMetadata;
+using ToolLibraries::LibraryMetadataNode;
+using ToolLibraries::LibraryMetadataTree;
+using ToolLibraries::ToolLibraryLocator;
+
+namespace {
+
+std::wstring uniqueTitle(const std::wstring &title, std::set<std::wstring> &taken)
+{
+    std::wstring name = title;
+    for (int counter = 2; !taken.insert(name).second; ++counter)
+        name = title + L" [" + std::to_wstring(counter) + L"]";
+    return name;
+}
+
+} // namespace
 
 CamDocuments::CamDocuments()
 {
@@ -52,6 +71,26 @@ std::vector<SafePointer<VarnDocument>> CamDocuments::documents() const
         if (SafePointer<VarnDocument> open = document(url))
             found.push_back(std::move(open));
     return found;
+}
+
+LibraryMetadataTree CamDocuments::getIndex() const
+{
+    std::vector<LibraryMetadataNode> nodes;
+    std::set<std::wstring> taken;
+    for (const ToolLibraryUrl &url : m_urls) {
+        const SafePointer<VarnDocument> open = document(url);
+        if (!open)
+            continue;
+        const bool isActive = open == m_active;
+        const auto metadata = std::make_shared<DocumentLibraryMetadata>(uniqueTitle(open->title(), taken), url,
+                                                                        isActive, std::vector<SetupMetadata>{});
+        metadata->setParent(ToolLibraryLocator::DocumentsFolder);
+        nodes.emplace(isActive ? nodes.begin() : nodes.end(), std::shared_ptr<LibraryMetadata>(metadata));
+    }
+    const auto root = std::make_shared<LibraryMetadata>(LibraryDisplayNames::documentsRoot().toStdWString(),
+                                                        LibraryMetadata::Type::Folder,
+                                                        ToolLibraryLocator::DocumentsFolder, std::nullopt, false);
+    return LibraryMetadataTree(LibraryMetadataNode(root, std::move(nodes)));
 }
 
 ToolLibraryUrl CamDocuments::urlOf(const Guid &guid)

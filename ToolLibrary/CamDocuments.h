@@ -6,11 +6,15 @@
 
 #include "ToolLibrary/IO/ToolLibraryUrl.h"
 #include "ToolLibrary/ToolLibraryExport.h"
+#include "platform/tool/LibraryMetadataTree.h"
+#include "platform/tool/ToolId.h"
 #include "util/utility/SafePointer.h"
 
 #include <QList>
 #include <QString>
 
+#include <optional>
+#include <string>
 #include <vector>
 
 namespace Varn {
@@ -23,6 +27,41 @@ namespace Varn::Tools {
 class TOOL_LIBRARY_EXPORT CamDocuments
 {
 public:
+    struct StrategyMetadata {
+        std::wstring name;        ///< by which programs know it
+        std::wstring displayName; ///< in the language of the moment
+    };
+    /// A use of a tool by an operation.
+    struct OperationMetadata {
+        std::wstring name;
+        StrategyMetadata strategy;
+        std::optional<ToolLibraries::ToolId> toolId;
+    };
+    struct SetupMetadata {
+        std::wstring name;
+        std::vector<OperationMetadata> operations;
+    };
+
+    /// The node of a document. Its JSON has beside the members of every node "activeDocument", true and only for that
+    /// one, and "setups":[{"name","operations":[{"name","strategy":{"name"},"toolID"}]}]; an operation without a tool
+    /// has no "toolID".
+    class TOOL_LIBRARY_EXPORT DocumentLibraryMetadata : public ToolLibraries::LibraryMetadata
+    {
+    public:
+        DocumentLibraryMetadata(std::wstring_view name, ToolLibraries::ToolLibraryLocator url, bool isActiveDocument,
+                                std::vector<SetupMetadata> setups);
+
+        bool isActiveDocument() const { return m_isActiveDocument; }
+        const std::vector<SetupMetadata> &setups() const { return m_setups; }
+
+    protected:
+        void fillJson(Json::Value &object) const override;
+
+    private:
+        bool m_isActiveDocument;
+        std::vector<SetupMetadata> m_setups;
+    };
+
     /// Takes over the open documents, as refresh does.
     CamDocuments();
     ~CamDocuments();
@@ -40,6 +79,10 @@ public:
 
     /// Those of the last refresh that are still open, in their order.
     std::vector<SafePointer<VarnDocument>> documents() const;
+
+    /// The folder "Documents" with a node for each document of the last refresh that is still open: the active one
+    /// first, then the others in their order. Of several with one title the second is "TITLE [2]". Main thread.
+    ToolLibraries::LibraryMetadataTree getIndex() const;
 
     /// "document://" and the GUID; a default URL for a null pointer.
     static ToolLibraryUrl urlOf(const Guid &guid);

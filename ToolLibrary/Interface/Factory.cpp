@@ -1,10 +1,10 @@
 #include "ToolLibrary/Interface/Factory.h"
 
 #include "ToolLibrary/Interface/APIUserInteraction.h"
+#include "ToolLibrary/Interface/Private/StandardLibraryIndexProvider.h"
+#include "ToolLibrary/Interface/Private/ToolLibraryCacheInMemory.h"
 #include "ToolLibrary/Interface/Private/ToolLibraryInterfaceImpl.h"
-#include "ToolLibrary/Interface/ToolLibraryCache.h"
 #include "ToolLibrary/Interface/mode/ManageModeConfiguration.h"
-#include "platform/tool/Exception.h"
 
 #include <utility>
 
@@ -17,7 +17,7 @@ std::weak_ptr<ToolLibraryInterface> liveInstance;
 std::shared_ptr<ToolLibraryInterface> makeNew(Factory::Args args)
 {
     if (!args.cache)
-        throw NotSupportedError("Not yet supported");
+        args.cache = std::make_shared<ToolLibraryCacheInMemory>(std::make_shared<StandardLibraryIndexProvider>());
     if (!args.modeConfiguration)
         args.modeConfiguration = std::make_shared<ManageModeConfiguration>();
     if (!args.userInteraction)

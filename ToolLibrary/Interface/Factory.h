@@ -34,7 +34,7 @@ public:
         std::optional<std::shared_ptr<UserInteraction>> userInteraction;     ///< only for a new one
     };
 
-    /// Throws NotSupportedError "Not yet supported" when it would have to make a cache.
+    /// Whoever gives no cache gets one of the person's own tree, which begins to load at once.
     static std::shared_ptr<ToolLibraryInterface> make(Args args);
     static std::shared_ptr<ToolLibraryInterface>
     make(SafePointer<VarnDocument> document, QWidget *parent,

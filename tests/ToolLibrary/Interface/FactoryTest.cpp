@@ -2,6 +2,8 @@
 #include "support/Asserts.h"
 #include "support/Failure.h"
 #include "support/FakeLibraryCache.h"
+#include "support/LibraryFile.h"
+#include "support/TestPaths.h"
 
 #include "ToolLibrary/Interface/APIUserInteraction.h"
 #include "ToolLibrary/Interface/mode/ManageModeConfiguration.h"
@@ -12,12 +14,11 @@
 using namespace TestSupport;
 using namespace Varn;
 using namespace Varn::ToolLibraries;
+using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
 namespace {
-
-constexpr const char *notYet = "NotSupportedError: Not yet supported";
 
 Factory::Args argsWith(std::shared_ptr<ToolLibraryCache> cache)
 {
@@ -52,16 +53,20 @@ TEST(Factory, MakesAnInterfaceOverTheCacheThatItIsGiven)
     EXPECT_THAT(asserts.messages(), IsEmpty());
 }
 
-TEST(Factory, HasNoCacheOfItsOwnYet)
+TEST(Factory, WithoutACacheMakesOneOfThePersonsTree)
 {
-    EXPECT_EQ(failureOf([] { Factory::make(Factory::Args()); }), notYet);
-    EXPECT_EQ(failureOf([] {
-                  Factory::make(nullptr, nullptr, std::make_shared<ManageModeConfiguration>(), std::nullopt,
-                                std::make_shared<APIUserInteraction>());
-              }),
-              notYet);
-    const auto engine = Factory::make(argsWith(std::make_shared<FakeLibraryCache>()));
-    EXPECT_EQ(Factory::make(Factory::Args()), engine) << "the one that lives needs none";
+    const TestPaths paths;
+    writeFile(paths.local(u"Local/mine.json"), libraryText({toolText(1)}));
+    const ToolLibraryLocator mine(L"toollibraryroot://Local/mine.json");
+    {
+        const auto engine = Factory::make(Factory::Args());
+        EXPECT_THAT(engine->getAllLibraryUrls(), Contains(mine));
+        EXPECT_EQ(engine->getToolsFromLibrary(mine).size(), 1u);
+        EXPECT_EQ(Factory::make(Factory::Args()), engine);
+    }
+    const auto engine = Factory::make(nullptr, nullptr, std::make_shared<ManageModeConfiguration>(), std::nullopt,
+                                      std::make_shared<APIUserInteraction>());
+    EXPECT_THAT(engine->getAllLibraryUrls(), Contains(mine));
 }
 
 TEST(Factory, GivesTheLivingInterfaceAgain)
@@ -175,7 +180,10 @@ TEST(Factory, BothFormsOfACallDoTheSame)
 
 TEST(Factory, AFailedMakeLeavesNothingBehind)
 {
-    EXPECT_EQ(failureOf([] { Factory::make(Factory::Args()); }), notYet);
+    struct FailingCache : FakeLibraryCache {
+        void setDocumentIndex(std::shared_ptr<Tools::CamDocuments>) override { throw IOError("no documents"); }
+    };
+    EXPECT_EQ(failureOf([] { Factory::make(argsWith(std::make_shared<FailingCache>())); }), "IOError: no documents");
     const auto cache = std::make_shared<FakeLibraryCache>();
     const auto engine = Factory::make(argsWith(cache));
     EXPECT_EQ(engine->initialLoadTask(), cache->initialLoadTask());

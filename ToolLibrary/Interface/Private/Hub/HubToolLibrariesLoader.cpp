@@ -1,7 +1,7 @@
 #include "ToolLibrary/Interface/Private/Hub/HubToolLibrariesLoader.h"
 
-#include "ToolLibrary/Interface/Private/Hub/HubLoadThreads.h"
 #include "ToolLibrary/Interface/Private/Hub/HubToolLibrary.h"
+#include "ToolLibrary/Interface/Private/LoadThreads.h"
 #include "platform/core/ToolLibraryV4.h"
 #include "platform/hub/ToolLibraryWrappers.h"
 #include "platform/ox/AppLogMgr.h"
@@ -81,7 +81,7 @@ HubToolLibrariesLoader::loadHubLibraryAsync(const std::string &id, const std::sh
     VARN_ASSERT(libraryFuture.valid());
     try {
         checkTaskAborted(*abortable);
-        HubLoadThreads::start([id, abortable, promise] {
+        LoadThreads::ofHub().start([id, abortable, promise] {
             try {
                 promise->set_value(loadHubLibraryContents(id, *abortable));
             } catch (...) {

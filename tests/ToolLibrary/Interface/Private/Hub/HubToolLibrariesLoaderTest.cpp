@@ -5,7 +5,7 @@
 #include "support/FakePlatformLibraries.h"
 #include "support/LibraryFile.h"
 
-#include "ToolLibrary/Interface/Private/Hub/HubLoadThreads.h"
+#include "ToolLibrary/Interface/Private/LoadThreads.h"
 #include "ToolLibrary/Interface/Private/ToolSourceSink/DiskLibrary.h"
 #include "platform/core/FeatureFlag.h"
 #include "platform/ox/TestMgr.h"
@@ -99,7 +99,7 @@ protected:
 
     static void waitForLoads()
     {
-        while (HubLoadThreads::count() > 0)
+        while (LoadThreads::ofHub().count() > 0)
             std::this_thread::sleep_for(std::chrono::milliseconds(1));
     }
 
@@ -253,11 +253,11 @@ TEST_F(HubToolLibrariesLoaderTest, AnAbortReachesLoadsThatWaitAndOneThatIsUnderW
     std::shared_future<void> gone = go.get_future().share();
     std::atomic<int> listings{0};
     m_hub->meanwhile = [&](const std::string &) {
-        if (++listings == static_cast<int>(HubLoadThreads::maximum))
+        if (++listings == static_cast<int>(LoadThreads::ofHub().maximum()))
             begun.set_value();
         gone.wait();
     };
-    constexpr int count = static_cast<int>(HubLoadThreads::maximum) + 2;
+    const int count = static_cast<int>(LoadThreads::ofHub().maximum()) + 2;
     for (int i = 0; i < count; ++i)
         add(m_tree, L"hub://p/n" + std::to_wstring(i) + L".hub", Type::Library, ToolLibraryLocator(L"hub://p"), "n-id");
     Loader::startLoadingAndAppendLibraries(m_tree, m_libraries, m_abortable);
@@ -271,7 +271,7 @@ TEST_F(HubToolLibrariesLoaderTest, AnAbortReachesLoadsThatWaitAndOneThatIsUnderW
         interrupted += failure == "LibraryLoadError: Library load interrupted";
         listing += failure == "Exception: Listing aborted";
     }
-    EXPECT_EQ(listing, static_cast<int>(HubLoadThreads::maximum));
+    EXPECT_EQ(listing, static_cast<int>(LoadThreads::ofHub().maximum()));
     EXPECT_EQ(interrupted + listing, count + 2);
 }
 

@@ -1,14 +1,16 @@
-#include "ToolLibrary/Interface/Private/Hub/HubLoadThreads.h"
+#include "ToolLibrary/Interface/Private/LoadThreads.h"
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <chrono>
 #include <condition_variable>
+#include <memory>
 #include <mutex>
 #include <thread>
 #include <vector>
 
-using Varn::ToolLibraries::HubLoadThreads;
+using Varn::ToolLibraries::LoadThreads;
 
 namespace {
 
@@ -51,47 +53,71 @@ private:
     bool m_open = false;
 };
 
-void waitForNoThreads()
+constexpr std::size_t maximum = 3;
+
+void waitForNoThreads(const LoadThreads &threads)
 {
-    while (HubLoadThreads::count() > 0)
+    while (threads.count() > 0)
         std::this_thread::sleep_for(std::chrono::milliseconds(1));
 }
 
 } // namespace
 
-TEST(HubLoadThreads, AFewJobsRunAtOnceAndTheOthersWait)
+TEST(LoadThreads, AFewJobsRunAtOnceAndTheOthersWait)
 {
-    waitForNoThreads();
+    LoadThreads threads(maximum);
     Gate gate;
-    constexpr int jobs = static_cast<int>(HubLoadThreads::maximum) + 3;
+    constexpr int jobs = static_cast<int>(maximum) + 3;
     for (int job = 0; job < jobs; ++job)
-        HubLoadThreads::start([&gate, job] { gate.pass(job); });
-    EXPECT_EQ(gate.waitForBegun(HubLoadThreads::maximum).size(), HubLoadThreads::maximum);
-    EXPECT_EQ(HubLoadThreads::count(), HubLoadThreads::maximum);
+        threads.start([&gate, job] { gate.pass(job); });
+    EXPECT_EQ(gate.waitForBegun(maximum).size(), maximum);
+    EXPECT_EQ(threads.count(), maximum);
     std::this_thread::sleep_for(std::chrono::milliseconds(20));
-    EXPECT_EQ(gate.waitForBegun(0).size(), HubLoadThreads::maximum) << "one began without a thread";
+    EXPECT_EQ(gate.waitForBegun(0).size(), maximum) << "one began without a thread";
     gate.open();
     gate.waitForPassed(jobs);
-    waitForNoThreads();
+    waitForNoThreads(threads);
 }
 
-TEST(HubLoadThreads, WhenNoJobIsLeftNoThreadIs)
+TEST(LoadThreads, WhenNoJobIsLeftNoThreadIs)
 {
+    LoadThreads threads(maximum);
     for (int round = 0; round < 3; ++round) {
         Gate gate;
         gate.open();
-        HubLoadThreads::start([&gate] { gate.pass(0); });
+        threads.start([&gate] { gate.pass(0); });
         gate.waitForPassed(1);
-        waitForNoThreads();
+        waitForNoThreads(threads);
     }
-    EXPECT_EQ(HubLoadThreads::count(), 0u);
+    EXPECT_EQ(threads.count(), 0u);
 }
 
-TEST(HubLoadThreads, AJobIsGoneWhenItsThreadIs)
+TEST(LoadThreads, AJobIsGoneWhenItsThreadIs)
 {
+    LoadThreads threads(maximum);
     auto held = std::make_shared<int>(1);
     const std::weak_ptr<int> watch = held;
-    HubLoadThreads::start([held = std::move(held)] {});
-    waitForNoThreads();
+    threads.start([held = std::move(held)] {});
+    waitForNoThreads(threads);
     EXPECT_TRUE(watch.expired());
+}
+
+TEST(LoadThreads, TheEndWaitsForWhatHasBegunAndDropsTheRest)
+{
+    Gate gate;
+    std::atomic<int> dropped{0};
+    std::thread opener;
+    {
+        LoadThreads threads(1);
+        threads.start([&gate] { gate.pass(0); });
+        gate.waitForBegun(1);
+        threads.start([&dropped] { ++dropped; });
+        opener = std::thread([&gate] {
+            std::this_thread::sleep_for(std::chrono::milliseconds(20));
+            gate.open();
+        });
+    }
+    gate.waitForPassed(1); // at once: the threads ended after it
+    EXPECT_EQ(dropped, 0);
+    opener.join();
 }
