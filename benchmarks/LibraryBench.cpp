@@ -5,7 +5,7 @@
 
 #include "ToolLibrary/Interface/Private/IndexedToolLookup.h"
 #include "ToolLibrary/Interface/Private/ToolSourceSink/ToolSourceLoader.h"
-#include "host/Commands.h"
+#include "host/Engine.h"
 #include "platform/tool/ToolId.h"
 #include "platform/tool/ToolLibraryInterface.h"
 #include "platform/utils/Abortable.h"
@@ -112,9 +112,9 @@ void benchLibrary(std::size_t tools)
     benchMemory(tools, static_cast<double>(bytes.size()));
     rapidjson::Document document;
     parseBare(bytes, document);
-    const std::shared_ptr<ToolLibraryInterface> engine = Quillon::makeEngine();
-    benchFind(tools, document, *engine);
-    benchTools(tools, document, *engine);
+    const Quillon::Engine engine(Quillon::Engine::Tree::Whole);
+    benchFind(tools, document, *engine.interface());
+    benchTools(tools, document, *engine.interface());
     benchProperties(tools, document);
 }
 

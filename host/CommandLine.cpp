@@ -29,6 +29,15 @@ struct Action {
     const std::string *subject = nullptr;
 };
 
+void addTree(CLI::App &app, const Streams &streams, Action &action, TreeOptions &options)
+{
+    CLI::App *command = app.add_subcommand("tree", "Show all libraries, with the folders that they lie in");
+    command->add_flag("--tools", options.tools, "Count the tools of each library; waits until all are loaded");
+    command->add_flag("--json", options.json, "Print the tree as JSON")->excludes("--tools");
+    addExample(*command, "quillon tree --tools");
+    command->callback([&] { action = {[&] { runTree(options, streams); }}; });
+}
+
 void addTools(CLI::App &app, const Streams &streams, Action &action, ToolsOptions &options)
 {
     CLI::App *command = app.add_subcommand("tools", "List the tools of a library, a page at a time");
@@ -52,6 +61,16 @@ void addShow(CLI::App &app, const Streams &streams, Action &action, ShowOptions 
     command->add_flag("--json", options.json, "Print the tool as JSON");
     addExample(*command, "quillon show \"samples/Milling Tools (Metric).json\" 365c8ec4");
     command->callback([&] { action = {[&] { runShow(options, streams); }, &options.library}; });
+}
+
+void addConvert(CLI::App &app, const Streams &streams, Action &action, ConvertOptions &options)
+{
+    CLI::App *command = app.add_subcommand("convert", "Write a library in another format");
+    command->add_option("IN", options.input, "File to read")->required();
+    command->add_option("OUT", options.output, "File to write, .json or .tools")->required();
+    command->add_flag("--force", options.force, "Replace a file that is there");
+    addExample(*command, "quillon convert \"samples/Milling Tools (Metric).json\" mills.tools");
+    command->callback([&] { action = {[&] { runConvert(options, streams); }, &options.input}; });
 }
 
 void addRpc(CLI::App &app, const Streams &streams, Action &action)
@@ -87,15 +106,19 @@ ExitStatus runCommandLine(const std::vector<std::string> &arguments, const Strea
 {
     CLI::App app("quillon: libraries of cutting tools", "quillon");
     app.require_subcommand(1);
-    addExample(app, "quillon tools \"samples/Milling Tools (Metric).json\"");
+    addExample(app, "quillon tree");
     GlobalOptions global;
     app.add_option("--home", global.home, "Folder of all that quillon keeps")->envname("QUILLON_HOME");
     app.add_flag("--verbose", global.verbose, "Write the log to the standard error");
     Action action;
+    TreeOptions tree;
     ToolsOptions tools;
     ShowOptions show;
+    ConvertOptions convert;
+    addTree(app, streams, action, tree);
     addTools(app, streams, action, tools);
     addShow(app, streams, action, show);
+    addConvert(app, streams, action, convert);
     addRpc(app, streams, action);
     try {
         app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend())); // it takes the last first

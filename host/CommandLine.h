@@ -14,6 +14,7 @@ struct Streams {
     std::ostream &out;
     std::ostream &err;
     std::size_t width = 0;
+    bool errIsTerminal = false; ///< whether progress may be shown
 };
 
 enum ExitStatus {

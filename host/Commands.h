@@ -2,18 +2,16 @@
 #pragma once
 
 #include "host/CommandLine.h"
-#include "platform/tool/ToolLibraryInterface.h"
 
-#include <memory>
 #include <string>
 
 namespace Quillon {
 
-/// The engine with its libraries; made by the command that needs it.
-std::shared_ptr<Varn::ToolLibraries::ToolLibraryInterface> makeEngine();
-
-/// A library as people name it: a URL, which has "://" in it, or a file.
-Varn::ToolLibraries::ToolLibraryLocator libraryNamed(const std::string &name);
+struct TreeOptions {
+    bool tools = false; ///< count the tools of each library
+    bool json = false;
+};
+void runTree(const TreeOptions &options, const Streams &streams);
 
 struct ToolsOptions {
     std::string library;
@@ -29,6 +27,13 @@ struct ShowOptions {
     bool json = false;
 };
 void runShow(const ShowOptions &options, const Streams &streams);
+
+struct ConvertOptions {
+    std::string input;
+    std::string output;
+    bool force = false; ///< replace what is there
+};
+void runConvert(const ConvertOptions &options, const Streams &streams);
 
 /// Answers JSON-RPC 2.0, one message a line, until the input ends.
 void runRpc(const Streams &streams);

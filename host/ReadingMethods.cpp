@@ -1,6 +1,7 @@
 #include "host/RpcMethods.h"
 
 #include "platform/tool/ToolPageRequest.h"
+#include "platform/utils/Abortable.h"
 
 #include <utility>
 
@@ -26,6 +27,11 @@ std::string listOf(const Items &items)
     return json + "]";
 }
 
+std::string loadTaskJson(const ToolLibraryInterface &engine)
+{
+    return engine.initialLoadTask()->isAborted() ? R"({"aborted":true})" : R"({"aborted":false})";
+}
+
 std::string findToolById(ToolLibraryInterface &engine, const RpcParameters &parameters)
 {
     const ToolId id(parameters.text("toolId"));
@@ -46,6 +52,13 @@ std::string fetchTools(ToolLibraryInterface &engine, const RpcParameters &parame
 
 void addReadingMethods(JsonRpcDispatcher &dispatcher, std::shared_ptr<ToolLibraryInterface> engine)
 {
+    dispatcher.add("initialLoadTask", {{}, [engine](const RpcParameters &) { return loadTaskJson(*engine); }});
+    dispatcher.add("initialLoadTask.abort", {{}, [engine](const RpcParameters &) {
+                                                 engine->initialLoadTask()->abort();
+                                                 return std::string("null");
+                                             }});
+    dispatcher.add("toolLibrariesIndex",
+                   {{}, [engine](const RpcParameters &) { return engine->toolLibrariesIndex().toJson(); }});
     const std::vector<RpcParameter> oneLocator{{"locator", RpcKind::Locator}};
     dispatcher.add("library", {oneLocator, [engine](const RpcParameters &parameters) {
                                    return engine->library(parameters.locator("locator"))->toJson();

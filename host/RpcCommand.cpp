@@ -1,4 +1,5 @@
 #include "host/Commands.h"
+#include "host/Engine.h"
 #include "host/RpcMethods.h"
 
 #include <string>
@@ -7,8 +8,9 @@ namespace Quillon {
 
 void runRpc(const Streams &streams)
 {
+    const Engine engine;
     JsonRpcDispatcher dispatcher;
-    addReadingMethods(dispatcher, makeEngine());
+    addReadingMethods(dispatcher, engine.interface());
     addConversionMethods(dispatcher);
     for (std::string line; std::getline(streams.in, line);)
         if (const std::optional<std::string> answer = dispatcher.handle(line))

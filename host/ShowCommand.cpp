@@ -1,6 +1,9 @@
 #include "host/Commands.h"
+#include "host/Engine.h"
+#include "host/ProgressLine.h"
 #include "host/TextTable.h"
 
+#include "ToolLibrary/Interface/Private/ToolSourceSink/DiskLibrary.h"
 #include "ToolLibrary/Interface/Private/ToolSourceSink/ToolSource.h"
 #include "ToolLibrary/Interface/Private/ToolSourceSink/ToolSourceLoader.h"
 #include "platform/tool/Exception.h"
@@ -16,6 +19,14 @@ namespace Quillon {
 using namespace Varn::ToolLibraries;
 
 namespace {
+
+std::shared_ptr<ToolSource> sourceOf(const ToolLibraryLocator &library, const Engine &engine)
+{
+    const Varn::Tools::ToolLibraryUrl url(library);
+    if (engine.cache().hasLibrary(url))
+        return engine.cache().getLoadedLibrary(url);
+    return ToolSourceLoader::load(library, Varn::AbortableImpl());
+}
 
 /// The one tool whose GUID begins with \a beginning, in either case.
 ToolId toolNamed(const ToolSource &source, const std::string &beginning)
@@ -60,8 +71,12 @@ void addRows(const Json::Value &value, const std::string &name, int depth, TextT
 
 void runShow(const ShowOptions &options, const Streams &streams)
 {
-    const std::shared_ptr<ToolSource> source =
-        ToolSourceLoader::load(libraryNamed(options.library), Varn::AbortableImpl());
+    const ToolLibraryLocator library = libraryNamed(options.library);
+    const Engine engine(treeFor(library));
+    const std::shared_ptr<ToolSource> source = [&] {
+        const ProgressLine progress(streams, engine);
+        return sourceOf(library, engine);
+    }();
     const std::shared_ptr<Tool> tool = source->get(toolNamed(*source, options.tool)).value();
     if (options.json) {
         streams.out << tool->toJson() << '\n';

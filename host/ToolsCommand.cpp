@@ -1,4 +1,6 @@
 #include "host/Commands.h"
+#include "host/Engine.h"
+#include "host/ProgressLine.h"
 #include "host/TextTable.h"
 
 #include "platform/core/ToolSpecification.h"
@@ -96,8 +98,11 @@ void printTable(const Json::Value &tools, int offset, int matched, const Streams
 void runTools(const ToolsOptions &options, const Streams &streams)
 {
     const ToolLibraryLocator library = libraryNamed(options.library);
-    const std::unique_ptr<ToolPage> page =
-        makeEngine()->fetchTools(ToolPageRequest({library}, "[]", options.limit, options.offset, "", "[]"));
+    const Engine engine(treeFor(library));
+    const std::unique_ptr<ToolPage> page = [&] {
+        const ProgressLine progress(streams, engine);
+        return engine->fetchTools(ToolPageRequest({library}, "[]", options.limit, options.offset, "", "[]"));
+    }();
     const Json::Value &tools = toolsOf(*page, library);
     if (options.json)
         streams.out << page->toJson() << '\n';

@@ -26,5 +26,6 @@ int main(int argc, char **argv)
     QCoreApplication application(argc, argv);
     std::setlocale(LC_NUMERIC, "C"); // Qt takes over the person's locale; numbers in files have a point everywhere
     std::ios::sync_with_stdio(false);
-    return Quillon::runCommandLine({argv + 1, argv + argc}, {std::cin, std::cout, std::cerr, terminalWidth()});
+    return Quillon::runCommandLine({argv + 1, argv + argc},
+                                   {std::cin, std::cout, std::cerr, terminalWidth(), isatty(STDERR_FILENO) != 0});
 }

@@ -143,7 +143,7 @@ TEST_F(CommandLine, RpcAnswersLineByLineAndGoesOnAfterEachFault)
                      "{\"jsonrpc\":\"2.0\",\"id\":1,\"method\":\"nix\"}\n"
                      "{\"jsonrpc\":\"2.0\",\"method\":\"getAllLibraryUrls\"}\n"
                      "{\"jsonrpc\":\"2.0\",\"id\":2,\"method\":\"library\",\"params\":{\"locator\":\"x\"}}\n"
-                     "{\"jsonrpc\":\"2.0\",\"id\":3,\"method\":\"getAllLibraryUrls\"}");
+                     "{\"jsonrpc\":\"2.0\",\"id\":3,\"method\":\"initialLoadTask\"}");
     EXPECT_EQ(talk.status, Done);
     EXPECT_EQ(talk.out,
               "{\"jsonrpc\":\"2.0\",\"error\":{\"code\":-32700,\"message\":\"Parse error\"},\"id\":null}\n"
@@ -151,5 +151,5 @@ TEST_F(CommandLine, RpcAnswersLineByLineAndGoesOnAfterEachFault)
               "{\"jsonrpc\":\"2.0\",\"error\":{\"code\":-32601,\"message\":\"Method not found: nix\"},\"id\":1}\n"
               "{\"jsonrpc\":\"2.0\",\"error\":{\"code\":-32000,\"message\":\"Invalid library locator.\",\"data\":"
               "{\"type\":\"InvalidInput\",\"translatedText\":null,\"locator\":\"x\"}},\"id\":2}\n"
-              "{\"jsonrpc\":\"2.0\",\"result\":[],\"id\":3}\n");
+              "{\"jsonrpc\":\"2.0\",\"result\":{\"aborted\":false},\"id\":3}\n");
 }

@@ -2,7 +2,7 @@
 #include "support/LibraryFile.h"
 #include "support/TestPaths.h"
 
-#include "host/Commands.h"
+#include "host/Engine.h"
 #include "platform/tool/JsonText.h"
 
 #include <QTemporaryDir>
@@ -11,7 +11,6 @@
 
 using namespace Quillon;
 using namespace TestSupport;
-using Varn::ToolLibraries::ToolLibraryInterface;
 namespace JsonText = Varn::ToolLibraries::JsonText;
 
 namespace {
@@ -19,14 +18,10 @@ namespace {
 class RpcMethods : public testing::Test
 {
 protected:
-    RpcMethods() : m_engine(makeEngine())
-    {
-        addReadingMethods(m_dispatcher, m_engine);
-        addConversionMethods(m_dispatcher);
-    }
-
     Json::Value answer(const std::string &method, const std::string &parameters)
     {
+        if (!m_engine)
+            start();
         const auto text =
             m_dispatcher.handle(R"({"jsonrpc":"2.0","id":1,"method":")" + method + R"(","params":)" + parameters + "}");
         return JsonText::parse(text.value()).value();
@@ -61,7 +56,14 @@ protected:
     TestPaths m_paths;
 
 private:
-    std::shared_ptr<ToolLibraryInterface> m_engine;
+    void start()
+    {
+        m_engine.emplace();
+        addReadingMethods(m_dispatcher, m_engine->interface());
+        addConversionMethods(m_dispatcher);
+    }
+
+    std::optional<Engine> m_engine; // from the first call on: it lists what lies in the folders by then
     JsonRpcDispatcher m_dispatcher;
 };
 
@@ -239,7 +241,36 @@ TEST_F(RpcMethods, AnIndexedToolDescribesItself)
 
 TEST_F(RpcMethods, TheTreeListsItsLibraries)
 {
-    EXPECT_EQ(resultText("getAllLibraryUrls", "{}"), "[]");
+    writeFile(m_paths.local(u"Local/a.json"), twoTools);
+    writeFile(m_paths.system(u"Samples/Probes.json"), libraryText({}));
+    const Json::Value urls = result("getAllLibraryUrls", "{}");
+    ASSERT_EQ(urls.size(), 3u + 35u);
+    EXPECT_EQ(urls[0], "toollibraryroot://Local/Library.json");
+    EXPECT_EQ(urls[1], "toollibraryroot://Local/a.json");
+    EXPECT_EQ(urls[2], "systemlibraryroot://Samples/Probes.json");
+    EXPECT_EQ(urls[3], "vendor://BitsBits/BitsBits Cutting Tools.json");
+}
+
+TEST_F(RpcMethods, TheTreeIsAListOfNodes)
+{
+    writeFile(m_paths.system(u"Samples/Probes.json"), libraryText({}));
+    const Json::Value tree = result("toolLibrariesIndex", "{}");
+    ASSERT_EQ(tree.size(), 2u);
+    EXPECT_EQ(tree[0]["url"], "all://");
+    EXPECT_EQ(JsonText::print(tree[0]["children"][2]),
+              R"({"children":[{"children":[],"name":"Probes","parent":"systemlibraryroot://Samples",)"
+              R"("readonly":true,"type":"library","url":"systemlibraryroot://Samples/Probes.json"}],)"
+              R"("name":"Quillon Library","parent":"all://","readonly":true,"type":"folder",)"
+              R"("url":"systemlibraryroot://Samples"})");
+    EXPECT_EQ(tree[1]["url"], "vendor://");
+    EXPECT_EQ(error("toolLibrariesIndex", R"({"x":1})"), "-32602  Unknown parameter: x");
+}
+
+TEST_F(RpcMethods, TheInitialLoadCanBeAborted)
+{
+    EXPECT_EQ(resultText("initialLoadTask", "{}"), R"({"aborted":false})");
+    EXPECT_EQ(resultText("initialLoadTask.abort", "{}"), "null");
+    EXPECT_EQ(resultText("initialLoadTask", "{}"), R"({"aborted":true})");
 }
 
 TEST_F(RpcMethods, BrokenFilesAreNamedInTheError)
