@@ -28,6 +28,12 @@ Outcome run(const std::vector<std::string> &arguments, const std::string &input 
     return {status, out.str(), err.str()};
 }
 
+std::string contentOf(const std::string &path)
+{
+    QFile file(QString::fromStdString(path));
+    return file.open(QIODevice::ReadOnly) ? file.readAll().toStdString() : "cannot be read";
+}
+
 class CommandLine : public testing::Test
 {
 protected:
@@ -152,4 +158,107 @@ TEST_F(CommandLine, RpcAnswersLineByLineAndGoesOnAfterEachFault)
               "{\"jsonrpc\":\"2.0\",\"error\":{\"code\":-32000,\"message\":\"Invalid library locator.\",\"data\":"
               "{\"type\":\"InvalidInput\",\"translatedText\":null,\"locator\":\"x\"}},\"id\":2}\n"
               "{\"jsonrpc\":\"2.0\",\"result\":{\"aborted\":false},\"id\":3}\n");
+}
+
+TEST_F(CommandLine, TheTreeIsShownWithItsUrls)
+{
+    writeFile(m_paths.local(u"Local/sub/mine.json"), libraryText({toolText(1)}));
+    writeFile(m_paths.local(u"Local/bad.json"), "broken");
+    const Outcome tree = run({"tree"});
+    EXPECT_EQ(tree.status, Done);
+    EXPECT_THAT(tree.out, HasSubstr("User Libraries                               all://\n"
+                                    "  Documents                                  document://\n"
+                                    "  Local                                      toollibraryroot://Local\n"
+                                    "    sub                                      toollibraryroot://Local/sub\n"));
+    EXPECT_THAT(tree.out, HasSubstr("  Blum                                       vendor://Blum/       "));
+    EXPECT_EQ(tree.err, "");
+    const std::string json = run({"tree", "--json"}).out;
+    EXPECT_THAT(json, StartsWith(R"([{"name":"User Libraries","type":"folder","url":"all://","children":[{"name":)"));
+    EXPECT_EQ(run({"tree", "--json", "--tools"}).status, WrongUsage);
+}
+
+TEST_F(CommandLine, TheTreeCountsToolsAndTellsWhatFailed)
+{
+    writeFile(m_paths.local(u"Local/mine.json"), libraryText({toolText(1)}));
+    writeFile(m_paths.local(u"Local/bad.json"), "broken");
+    const Outcome tree = run({"tree", "--tools"});
+    EXPECT_EQ(tree.status, Done);
+    EXPECT_THAT(tree.out,
+                HasSubstr("    mine                                          1  toollibraryroot://Local/mine.json"));
+    EXPECT_THAT(tree.out,
+                HasSubstr("    bad                                      failed  toollibraryroot://Local/bad.json"));
+    EXPECT_EQ(tree.err, "toollibraryroot://Local/bad.json: Failed to read or parse JSON file: " +
+                            m_paths.local(u"Local/bad.json").toStdString() + "\n");
+}
+
+TEST_F(CommandLine, AConvertedLibraryIsTheSame)
+{
+    const std::string zipped = m_paths.loose(u"out.tools").toStdString();
+    const std::string plain = m_paths.loose(u"out.json").toStdString();
+    const Outcome toZip = run({"convert", file(), zipped});
+    EXPECT_EQ(toZip.err, "");
+    EXPECT_EQ(toZip.out, "Wrote 2 tools to " + zipped + "\n");
+    EXPECT_EQ(run({"convert", zipped, plain}).status, Done);
+    EXPECT_EQ(run({"tools", plain, "--json"}).out.size() - plain.size(),
+              run({"tools", file(), "--json"}).out.size() - file().size());
+    const std::string again = m_paths.loose(u"again.json").toStdString();
+    EXPECT_EQ(run({"convert", plain, again}).status, Done);
+    EXPECT_EQ(contentOf(again), contentOf(plain));
+}
+
+TEST_F(CommandLine, AFileThatIsThereIsReplacedOnlyByForce)
+{
+    const std::string out = m_paths.loose(u"out.json").toStdString();
+    writeFile(m_paths.loose(u"out.json"), "precious");
+    const Outcome refused = run({"convert", file(), out});
+    EXPECT_EQ(refused.status, Failed);
+    EXPECT_EQ(refused.err, file() + ": File already exists: " + out + "\n");
+    EXPECT_EQ(contentOf(out), "precious");
+    EXPECT_EQ(run({"convert", file(), out, "--force"}).status, Done);
+    EXPECT_NE(contentOf(out), "precious");
+}
+
+TEST_F(CommandLine, WhatCannotBeConvertedIsToldAndTouchesNoFile)
+{
+    writeFile(m_paths.loose(u"bad.json"), "broken");
+    writeFile(m_paths.loose(u"a.csv"), "x");
+    const std::string folder = m_paths.loose(u"").toStdString() + "/";
+    const struct {
+        const char *in;
+        const char *out;
+        const char *text;
+    } rows[] = {
+        {"lib.json", "o.csv", "Not yet supported"},    {"lib.json", "o.zetlib", "Not yet supported"},
+        {"lib.json", "o.JSON", "Invalid file format"}, {"lib.json", "o", "Invalid file format"},
+        {"a.csv", "o.json", "Not yet supported"},      {"none.zip", "o.json", "Not yet supported"},
+    };
+    for (const auto &row : rows) {
+        const Outcome outcome = run({"convert", folder + row.in, folder + row.out});
+        EXPECT_EQ(outcome.status, Failed);
+        EXPECT_EQ(outcome.err, folder + row.in + ": " + row.text + "\n") << row.out;
+        EXPECT_FALSE(QFile::exists(QString::fromStdString(folder + row.out))) << row.out;
+    }
+    EXPECT_EQ(run({"convert", folder + "bad.json", folder + "o.json"}).err,
+              folder + "bad.json: Failed to read or parse JSON file: " + folder + "bad.json\n");
+}
+
+TEST_F(CommandLine, GeometriesGoAlongWithAConvertedLibrary)
+{
+    const std::string tool = toolText(1, R"("geometry":{"3DGeometry":{"id":"solid-1"}},)"
+                                         R"("tool-block":{"geometry":{"3DGeometry":{"id":"solid-2"}}})");
+    writeFile(m_paths.loose(u"in/lib.json"),
+              libraryText({tool, toolText(2, R"("geometry":{"3DGeometry":{"id":"../x"}})")}));
+    writeFile(m_paths.loose(u"in/solid-1.3DTool"), "one");
+    writeFile(m_paths.loose(u"in/solid-2.3DTool"), "two");
+    writeFile(m_paths.loose(u"in/other.3DTool"), "not ours");
+    writeFile(m_paths.loose(u"x.3DTool"), "outside");
+    const auto path = [this](QStringView name) { return m_paths.loose(name).toStdString(); };
+    EXPECT_EQ(run({"convert", path(u"in/lib.json"), path(u"a.tools")}).out,
+              "Wrote 2 tools and 2 files beside them to " + path(u"a.tools") + "\n");
+    EXPECT_EQ(run({"convert", path(u"a.tools"), path(u"b.tools")}).status, Done);
+    writeFile(m_paths.loose(u"out/solid-2.3DTool"), "there before");
+    EXPECT_EQ(run({"convert", path(u"b.tools"), path(u"out/lib.json")}).status, Done);
+    EXPECT_EQ(contentOf(path(u"out/solid-1.3DTool")), "one");
+    EXPECT_EQ(contentOf(path(u"out/solid-2.3DTool")), "there before");
+    EXPECT_FALSE(QFile::exists(m_paths.loose(u"out/other.3DTool")));
 }

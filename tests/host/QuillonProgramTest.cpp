@@ -1,39 +1,19 @@
 // QuillonProgramTest.cpp -- the program itself, as a person or a script starts it.
 #include "support/LibraryFile.h"
+#include "support/QuillonProcess.h"
 
-#include <QProcess>
+#include <QDir>
+#include <QJsonArray>
+#include <QJsonDocument>
 #include <QTemporaryDir>
 
 #include <gmock/gmock.h>
 
 using namespace TestSupport;
 using testing::HasSubstr;
+using testing::Not;
 using testing::StartsWith;
-
-namespace {
-
-struct Outcome {
-    int status;
-    std::string out;
-    std::string err;
-};
-
-Outcome quillon(const QStringList &arguments, const QString &home, const QByteArray &input = {})
-{
-    QProcess process;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("QUILLON_HOME"), home);
-    process.setProcessEnvironment(environment);
-    process.start(QStringLiteral(QUILLON), arguments);
-    process.write(input);
-    process.closeWriteChannel();
-    if (!process.waitForFinished() || process.exitStatus() != QProcess::NormalExit)
-        return {-1, "", "quillon did not end as it should"};
-    return {process.exitCode(), process.readAllStandardOutput().toStdString(),
-            process.readAllStandardError().toStdString()};
-}
-
-} // namespace
+using Outcome = QuillonProcess::Outcome;
 
 TEST(QuillonProgram, KeepsEverythingUnderItsHome)
 {
@@ -69,4 +49,55 @@ TEST(QuillonProgram, EndsWithTheStatusOfItsCommand)
     const Outcome failed = quillon({QStringLiteral("tools"), QStringLiteral("/nowhere/a.json")}, home.path());
     EXPECT_EQ(failed.status, 1);
     EXPECT_EQ(failed.err, "/nowhere/a.json: Failed to read or parse JSON file: /nowhere/a.json\n");
+}
+
+TEST(QuillonProgram, AFreshHomeGetsTheSamplesAndALibrary)
+{
+    const QTemporaryDir home;
+    const Outcome tree = quillon({QStringLiteral("tree"), QStringLiteral("--tools")}, home.path());
+    EXPECT_EQ(tree.status, 0);
+    EXPECT_THAT(tree.out, HasSubstr("\n    Library                                      0  toollibraryroot://Local/"));
+    EXPECT_THAT(tree.out, HasSubstr("\n    Milling Tools (Metric)                     246  systemlibraryroot://"));
+    EXPECT_EQ(tree.err, "");
+    const QStringList entries = QDir(home.filePath(QStringLiteral("Brennmoor/Lodestar/libraries"))).entryList();
+    EXPECT_EQ(entries.filter(QStringLiteral("Samples")).size(), 1) << "nothing stays of the way there";
+}
+
+TEST(QuillonProgram, SamplesThatAPersonTookAwayDoNotComeBack)
+{
+    const QTemporaryDir home;
+    const QString samples = home.filePath(QStringLiteral("Brennmoor/Lodestar/libraries/Samples"));
+    quillon({QStringLiteral("tree")}, home.path());
+    ASSERT_TRUE(QFile::remove(samples + QStringLiteral("/Milling Tools (Inch).json")));
+    EXPECT_THAT(quillon({QStringLiteral("tree")}, home.path()).out, Not(HasSubstr("Milling Tools (Inch)")));
+}
+
+TEST(QuillonProgram, ALooseFileLeavesTheHomeAlone)
+{
+    const QTemporaryDir home;
+    const QTemporaryDir folder;
+    writeFile(folder.filePath(QStringLiteral("a.json")), libraryText({toolText(1)}));
+    EXPECT_EQ(quillon({QStringLiteral("tools"), folder.filePath(QStringLiteral("a.json"))}, home.path()).status, 0);
+    EXPECT_TRUE(QDir(home.path()).isEmpty());
+}
+
+TEST(QuillonProgram, AnyLibraryOfTheTreeOpens)
+{
+    const QTemporaryDir home;
+    for (const char *name : {"Fräser", "立铣刀", "100% \"good\"", "a'b c#d?e"})
+        writeFile(home.filePath(QStringLiteral("libraries/Local/%1.json").arg(QString::fromUtf8(name))),
+                  libraryText({toolText(1)}));
+    const Outcome urls =
+        quillon({QStringLiteral("rpc")}, home.path(), R"({"jsonrpc":"2.0","id":1,"method":"getAllLibraryUrls"})");
+    const QJsonArray list =
+        QJsonDocument::fromJson(QByteArray::fromStdString(urls.out))[QStringLiteral("result")].toArray();
+    int opened = 0;
+    for (const QJsonValue &url : list) {
+        if (url.toString().startsWith(QStringLiteral("vendor://")))
+            continue;
+        EXPECT_EQ(quillon({QStringLiteral("tools"), url.toString()}, home.path()).status, 0)
+            << url.toString().toStdString();
+        ++opened;
+    }
+    EXPECT_GE(opened, 5 + 4);
 }
