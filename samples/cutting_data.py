@@ -77,9 +77,9 @@ def work_materials(categories):
     return [(column, work) for column, work in enumerate(WORK_MATERIALS) if work.category in categories]
 
 
-def spindle_speed(vc, diameter):
+def spindle_speed(vc, diameter, highest=HIGHEST_SPEED):
     """n = 1000 vc / (pi d), rounded as one sets a spindle. vc in m/min, diameter in mm."""
-    n = min(1000 * vc / (math.pi * diameter), HIGHEST_SPEED)
+    n = min(1000 * vc / (math.pi * diameter), highest)
     step = 100 if n >= 10000 else 10 if n >= 1000 else 5 if n >= 100 else 1
     return int(n / step + 0.5) * step
 
@@ -91,16 +91,25 @@ def feedrate(unit, value):
     return round(value, 1 if value >= 10 else 2)
 
 
+def surface_speed(unit, diameter, n):
+    """v_c = pi d n in m/min or ft/min, diameter in the unit."""
+    return math.pi * diameter * n / (1000 if unit is METRIC else 12)
+
+
+def preset_material(work):
+    return {"category": work.category, "query": "", "use-hardness": False}
+
+
 def rotating_values(unit, work, diameter, flutes, n, feed, coolant):
     """What the presets of all rotating tools have. feed: the cutting feedrate."""
     return {
         "description": work.description,
         "f_z": feed / (n * flutes),
-        "material": {"category": work.category, "query": "", "use-hardness": False},
+        "material": preset_material(work),
         "n": n,
         "name": work.name,
         "tool-coolant": coolant,
-        "v_c": math.pi * diameter * n / (1000 if unit is METRIC else 12),
+        "v_c": surface_speed(unit, diameter, n),
         "v_f": feed,
         "v_f_leadIn": feed,
         "v_f_leadOut": feed,

@@ -90,21 +90,29 @@ def clamped_length(unit, shank):
     return _first(SHANK_LENGTHS[unit], shank)
 
 
-def holder(unit, kind, diameter):
-    """The holder of a kind, see CHOICES, for a shank or bore; None for no kind."""
-    if kind is None:
-        return None
-    key = _first(CHOICES[unit][kind], diameter)
-    description, outline = HOLDERS[unit][key]
+def outline_segments(outline):
+    return [{"height": height, "lower-diameter": lower, "upper-diameter": upper} for height, lower, upper in outline]
+
+
+def attached(unit, key, description, outline):
+    """A holder as a tool has it."""
     return {
         "description": description,
         "gaugeLength": round(sum(height for height, _, _ in outline), 6),
         "guid": guid("holder", key),
         "product-id": key,
         "product-link": "",
-        "segments": [{"height": height, "lower-diameter": lower, "upper-diameter": upper}
-                     for height, lower, upper in outline],
+        "segments": outline_segments(outline),
         "type": "holder",
         "unit": unit.name,
         "vendor": VENDOR,
     }
+
+
+def holder(unit, kind, diameter):
+    """The holder of a kind, see CHOICES, for a shank or bore; None for no kind."""
+    if kind is None:
+        return None
+    key = _first(CHOICES[unit][kind], diameter)
+    description, outline = HOLDERS[unit][key]
+    return attached(unit, key, description, outline)

@@ -74,48 +74,51 @@ def thread_product_id(code, thread):
 
 
 class Shelf:
-    """The tools of one library, numbered from 1 in the order in which they are added."""
+    """The tools of one library, numbered from 1 in the order in which they are added. A library may have parts in
+    several units: its unit is that of the tools that are added next. prefix: begins all product ids, for a library
+    whose sizes others have as well."""
 
-    def __init__(self, unit):
-        self.unit = unit
+    def __init__(self):
+        self.unit = None
+        self.prefix = ""
         self.tools = []
 
-    def add(self, tool_type, identity, description, material, geometry, presets, *, holder=None, shaft=None,
-            tapered_type=None, comment="", break_control=False):
-        """Adds a tool. The gauge length of its assembly follows from the body length and the holder."""
-        number = len(self.tools) + 1
-        reach = holder["gaugeLength"] if holder else 0
+    def next_number(self):
+        return len(self.tools) + 1
+
+    def put(self, tool_type, identity, description, **members):
+        """Adds a tool of any type: what every tool has, and the members given, with "_" for "-" in their names."""
+        identity = self.prefix + identity
         tool = {
-            "BMC": material,
-            "GRADE": "generic" if tool_type in HOLE_MAKING_TYPES else "Mill Generic",
             "description": description,
-            "geometry": dict(geometry, assemblyGaugeLength=round(reach + geometry["LB"], 6)),
             "guid": guid("tool", identity),
-            "post-process": {
-                "break-control": break_control,
-                "comment": comment,
-                "diameter-offset": number,
-                "length-offset": number,
-                "live": True,
-                "manual-tool-change": False,
-                "number": number,
-                "turret": 0,
-            },
             "product-id": identity,
             "product-link": "",
-            "start-values": {"presets": [dict(preset, guid=guid("preset", identity, preset["name"]))
-                                         for preset in presets]},
             "type": tool_type,
             "unit": self.unit.name,
             "vendor": VENDOR,
         }
-        if holder:
-            tool["holder"] = holder
-        if shaft:
-            tool["shaft"] = {"segments": shaft, "type": "shaft"}
-        if tapered_type:
-            tool["tapered-type"] = tapered_type
+        tool.update({name.replace("_", "-"): value for name, value in members.items() if value})
+        for preset in tool.get("start-values", {"presets": []})["presets"]:
+            preset["guid"] = guid("preset", identity, preset["name"])
         self.tools.append(tool)
+
+    def post_process(self, comment="", break_control=False):
+        """That of a rotating, probing or depositing tool."""
+        number = self.next_number()
+        return {"break-control": break_control, "comment": comment, "diameter-offset": number, "length-offset": number,
+                "live": True, "manual-tool-change": False, "number": number, "turret": 0}
+
+    def add(self, tool_type, identity, description, material, geometry, presets, *, holder=None, shaft=None,
+            tapered_type=None, comment="", break_control=False):
+        """Adds a rotating tool. The gauge length of its assembly follows from the body length and the holder."""
+        reach = holder["gaugeLength"] if holder else 0
+        grade = "generic" if tool_type in HOLE_MAKING_TYPES else "Mill Generic"
+        self.put(tool_type, identity, description, BMC=material, GRADE=grade,
+                 geometry=dict(geometry, assemblyGaugeLength=round(reach + geometry["LB"], 6)),
+                 post_process=self.post_process(comment, break_control),
+                 start_values={"presets": [dict(preset) for preset in presets]},
+                 holder=holder, shaft=shaft and {"segments": shaft, "type": "shaft"}, tapered_type=tapered_type)
 
     def text(self):
         """The whole file."""

@@ -7,8 +7,8 @@
 The same bytes come out on any machine: nothing is drawn, and no clock or environment is read. Only the Python 3
 standard library is used. All tools are invented; sizes are those of public standards, which the tables name.
 
-A library is a row of LIBRARIES: its name, the unit of its tools, the function that puts them on a shelf, and the module
-with its tables of sizes.
+A library is a row of LIBRARIES: its name, the function that puts its tools on a shelf, and its parts, each a unit and
+the module or table with the sizes in it.
 """
 
 import argparse
@@ -27,18 +27,19 @@ import mills_metric  # noqa: E402
 from library import INCH, METRIC, Shelf  # noqa: E402
 
 LIBRARIES = [
-    ("Hole Making Tools (Inch)",   INCH,   hole_making.fill, hole_making_inch),
-    ("Hole Making Tools (Metric)", METRIC, hole_making.fill, hole_making_metric),
-    ("Milling Tools (Inch)",       INCH,   mills.fill,       mills_inch),
-    ("Milling Tools (Metric)",     METRIC, mills.fill,       mills_metric),
+    ("Hole Making Tools (Inch)",   hole_making.fill, [(INCH, hole_making_inch)]),
+    ("Hole Making Tools (Metric)", hole_making.fill, [(METRIC, hole_making_metric)]),
+    ("Milling Tools (Inch)",       mills.fill,       [(INCH, mills_inch)]),
+    ("Milling Tools (Metric)",     mills.fill,       [(METRIC, mills_metric)]),
 ]
 
 
 def texts():
     """File name and whole text of each library."""
-    for name, unit, fill, sizes in LIBRARIES:
-        shelf = Shelf(unit)
-        fill(shelf, sizes)
+    for name, fill, parts in LIBRARIES:
+        shelf = Shelf()
+        for shelf.unit, sizes in parts:
+            fill(shelf, sizes)
         yield name + ".json", shelf.text()
 
 
