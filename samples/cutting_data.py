@@ -47,6 +47,7 @@ CUTTING_SPEEDS = {
     ("drill",         "coated carbide"): (90,   45,       90,       180),
     ("drill",         "hss"):            (26,   11,       24,       65),
     ("face",          "coated carbide"): (200,  130,      180,      500),
+    ("groove",        "coated carbide"): (120,  80,       100,      250),
     ("mill",          "carbide"):        (100,  60,       90,       300),
     ("mill",          "coated carbide"): (140,  80,       120,      320),
     ("mill",          "cobalt"):         (28,   14,       25,       80),
@@ -54,6 +55,9 @@ CUTTING_SPEEDS = {
     ("ream",          "hss"):            (10,   5,        9,        20),
     ("sink",          "hss"):            (20,   9,        18,       50),
     ("tap",           "cobalt"):         (12,   6,        10,       20),
+    ("thread",        "coated carbide"): (110,  75,       90,       200),
+    ("turn",          "carbide"):        (100,  70,       90,       500),
+    ("turn",          "coated carbide"): (220,  150,      190,      450),
 }
 
 # Feed per revolution in steel of a twist drill of high speed steel, up to a diameter, both in mm.

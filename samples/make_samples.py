@@ -18,19 +18,41 @@ import sys
 sys.dont_write_bytecode = True  # the folder is shipped as it is
 sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
 
+import blanks  # noqa: E402
+import depositing  # noqa: E402
 import hole_making  # noqa: E402
 import hole_making_inch  # noqa: E402
 import hole_making_metric  # noqa: E402
+import holder_tools  # noqa: E402
+import holders_inch  # noqa: E402
+import holders_metric  # noqa: E402
+import jets  # noqa: E402
 import mills  # noqa: E402
 import mills_inch  # noqa: E402
 import mills_metric  # noqa: E402
+import probes  # noqa: E402
+import turning  # noqa: E402
+import turning_inch  # noqa: E402
+import turning_metric  # noqa: E402
+import tutorial  # noqa: E402
 from library import INCH, METRIC, Shelf  # noqa: E402
 
 LIBRARIES = [
-    ("Hole Making Tools (Inch)",   hole_making.fill, [(INCH, hole_making_inch)]),
-    ("Hole Making Tools (Metric)", hole_making.fill, [(METRIC, hole_making_metric)]),
-    ("Milling Tools (Inch)",       mills.fill,       [(INCH, mills_inch)]),
-    ("Milling Tools (Metric)",     mills.fill,       [(METRIC, mills_metric)]),
+    ("Cutting Tools (Inch)",            jets.fill,         [(INCH, jets.CUTTING)]),
+    ("Cutting Tools (Metric)",          jets.fill,         [(METRIC, jets.CUTTING)]),
+    ("Depositing Tools",                depositing.fill,   [(METRIC, depositing.HEADS), (INCH, depositing.INCH_HEADS)]),
+    ("Holders - Standard Taper Blanks", blanks.fill,       [(METRIC, blanks.METRIC_BARS), (INCH, blanks.INCH_BARS)]),
+    ("Holders (Inch)",                  holder_tools.fill, [(INCH, holders_inch)]),
+    ("Holders (Metric)",                holder_tools.fill, [(METRIC, holders_metric)]),
+    ("Hole Making Tools (Inch)",        hole_making.fill,  [(INCH, hole_making_inch)]),
+    ("Hole Making Tools (Metric)",      hole_making.fill,  [(METRIC, hole_making_metric)]),
+    ("Milling Tools (Inch)",            mills.fill,        [(INCH, mills_inch)]),
+    ("Milling Tools (Metric)",          mills.fill,        [(METRIC, mills_metric)]),
+    ("Probes",                          probes.fill,       [(METRIC, probes.METRIC_STYLI), (INCH, probes.INCH_STYLI)]),
+    ("Turning Tools (Inch)",            turning.fill,      [(INCH, turning_inch)]),
+    ("Turning Tools (Metric)",          turning.fill,      [(METRIC, turning_metric)]),
+    ("Tutorial Tools (Inch)",           tutorial.fill,     [(INCH, tutorial.INCH_CHOICE)]),
+    ("Tutorial Tools (Metric)",         tutorial.fill,     [(METRIC, tutorial.METRIC_CHOICE)]),
 ]
 
 

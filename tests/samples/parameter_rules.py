@@ -1,4 +1,4 @@
-"""The rules that the parameters of a rotating tool must keep, evaluated over a tool map.
+"""The rules that the parameters of a tool must keep, evaluated over a tool map.
 
 The rules are data of the platform, tool-parameters.json: for each parameter the default, when it is enabled, and the
 conditions that must be true while it is ("errors" and "warnings"). A value that a tool does not hold is the default.
@@ -8,9 +8,10 @@ import json
 import math
 import re
 
-ROTATING, EVERY_TOOL = 198, 207  # parameter sets
+EVERY_TOOL = 207  # parameter set that is part of all others
+TURNING, JET = 212, 213
 
-# Member of a tool map -> parameter. Members of "geometry":
+# Member of a tool map -> parameter. Members of "geometry" of a rotating tool:
 GEOMETRY = {
     "DC": "tool_diameter", "DCX": "tool_maximumCuttingDiameter", "HAND": "tool_clockwise", "LB": "tool_bodyLength",
     "LCF": "tool_fluteLength", "NOF": "tool_numberOfFlutes", "NT": "tool_numberOfTeeth", "OAL": "tool_overallLength",
@@ -24,27 +25,73 @@ GEOMETRY = {
     "tip-diameter": "tool_tipDiameter", "tip-length": "tool_tipLength", "tip-offset": "tool_tipOffset",
     "upper-radius": "tool_upperRadius",
 }
+# Members of "geometry" of a turning tool beside those:
+TURNING_GEOMETRY = {
+    "EPSR": "tool_insertAngle", "INSD": "tool_diameter", "LH": "tool_headLength", "RA": "tool_reliefAngle",
+    "S": "tool_thickness", "SC": "tool_insertType", "SCTY": "tool_crossSection",
+    "SIZE_SPECIFICATION_MODE": "tool_insertSizeSpecificationMode", "TC": "tool_tolerance",
+    "thread-tip-radius": "tool_threadTipRadius", "tool_grooveWidth": "tool_grooveWidth",
+    "tool_insertWidth": "tool_insertWidth", "tool_internalThread": "tool_internalThread",
+}
+# Members of "holder" and "setup" of a turning tool:
+TURNING_HOLDER = {
+    "CW": "tool_cuttingWidth", "H": "tool_shankHeight", "HAND": "tool_hand", "LH": "tool_holderHeadLength",
+    "MTP": "tool_clamping", "OAL": "tool_holderOverallLength", "THSC": "tool_holderType", "W": "tool_shankWidth",
+    "tool_endCutting": "tool_endCutting", "tool_leadingAngle": "tool_leadingAngle",
+    "tool_roundShank": "tool_roundShank", "tool_sideCutting": "tool_sideCutting",
+    "tool_trailingAngle": "tool_trailingAngle",
+}
+TURNING_SETUP = {
+    "HAND": "tool_clockwise", "angle": "tool_angle", "compensation": "tool_compensation",
+    "tool_grooveCompOppositeEdge": "groove-comp-opposite-edge", "tool_shaftAxisAngle": "tool_shaftAxisAngle",
+}
+# Members of "geometry" of a jet:
+JET_GEOMETRY = {
+    "CW": "tool_kerfWidth", "JET_HEAD_CLEARANCE": "tool_headClearance", "JET_NOZZLE_DIAMETER": "tool_nozzleDiameter",
+}
 # Members of the tool itself:
 TOOL = {
-    "BMC": "tool_material", "description": "tool_description", "product-id": "tool_productId",
+    "BMC": "tool_material", "description": "tool_description", "gaugeLength": "tool_holderGaugeLength",
+    "product-id": "tool_productId",
     "product-link": "tool_productLink", "tapered-type": "tool_taperedType", "type": "tool_type", "unit": "tool_unit",
     "vendor": "tool_vendor",
 }
 # Members of "post-process":
 POST_PROCESS = {
-    "break-control": "tool_breakControl", "comment": "tool_comment", "diameter-offset": "tool_diameterOffset",
+    "break-control": "tool_breakControl", "comment": "tool_comment",
+    "compensation-offset": "tool_compensationOffset", "diameter-offset": "tool_diameterOffset",
     "length-offset": "tool_lengthOffset", "live": "tool_live", "manual-tool-change": "tool_manualToolChange",
     "number": "tool_number", "turret": "tool_turret",
 }
 # Members of a preset:
 PRESET = {
-    "f_n": "tool_feedPerRevolution", "f_n_retract": "tool_feedRetractPerRevolution", "f_z": "tool_feedPerTooth",
-    "n": "tool_spindleSpeed", "n_ramp": "tool_rampSpindleSpeed", "ramp-angle": "tool_rampAngle",
+    "BEAD_WIDTH": "tool_beadWidth", "DEPOSITING_AUXILIARY_GAS_FLOW_RATE": "tool_depositingAuxiliaryGasFlowRate",
+    "DEPOSITING_CARRIER_GAS_FLOW_RATE": "tool_depositingCarrierGasFlowRate",
+    "DEPOSITING_CURRENT": "tool_depositingCurrent", "DEPOSITING_POWER": "tool_depositingPower",
+    "DEPOSITING_SHIELD_GAS_FLOW_RATE": "tool_depositingShieldGasFlowRate",
+    "DEPOSITING_VOLTAGE": "tool_depositingVoltage", "LAYER_THICKNESS": "tool_layerThickness",
+    "POWDER_FLOW_RATE": "tool_powderFlowRate", "PRESET_PROGRAM": "tool_presetProgram",
+    "STAND_OFF_DISTANCE": "tool_standoffDistance", "USE_PRESET_PROGRAM": "use_tool_presetProgram",
+    "WIRE_FEED": "tool_feedWire", "abrasiveFlowRate": "tool_abrasiveFlowRate", "assistGas": "tool_assistGas",
+    "cutHeight": "tool_cutHeight", "cutPower": "tool_cutPower", "depth-of-cut": "tool_depthOfCut",
+    "f_n": "tool_feedPerRevolution", "f_n_leadIn": "tool_feedEntryRel", "f_n_leadOut": "tool_feedExitRel",
+    "f_n_retract": "tool_feedRetractPerRevolution", "f_z": "tool_feedPerTooth",
+    "machineQualityControl": "tool_machineQualityControl", "n": "tool_spindleSpeed",
+    "n_ramp": "tool_rampSpindleSpeed", "pierceHeight": "tool_pierceHeight", "piercePower": "tool_piercePower",
+    "pierceTime": "tool_pierceTime", "pressure": "tool_pressure", "ramp-angle": "tool_rampAngle",
     "stepdown": "tool_stepdown", "stepover": "tool_stepover", "tool-coolant": "tool_coolant",
+    "use-constant-surface-speed": "tool_useConstantSurfaceSpeed", "use-depth-of-cut": "use_tool_depthOfCut",
     "use-feed-per-revolution": "tool_useFeedPerRevolution", "use-stepdown": "use_tool_stepdown",
     "use-stepover": "use_tool_stepover", "v_c": "tool_surfaceSpeed", "v_f": "tool_feedCutting",
-    "v_f_leadIn": "tool_feedEntry", "v_f_leadOut": "tool_feedExit", "v_f_plunge": "tool_feedPlunge",
-    "v_f_ramp": "tool_feedRamp", "v_f_retract": "tool_feedRetract", "v_f_transition": "tool_feedTransition",
+    "v_f_leadIn": "tool_feedEntry", "v_f_leadOut": "tool_feedExit", "v_f_link": "tool_feedProbeLink",
+    "v_f_measure": "tool_feedProbeMeasure", "v_f_plunge": "tool_feedPlunge", "v_f_ramp": "tool_feedRamp",
+    "v_f_retract": "tool_feedRetract", "v_f_transition": "tool_feedTransition",
+}
+# The same member is another parameter in the preset of a turning tool:
+TURNING_PRESET = {**PRESET, "f_n": "tool_feedCuttingRel"}
+PRESET_MATERIAL = {
+    "category": "tool_presetMaterialCategory", "query": "tool_presetMaterialQuery",
+    "use-hardness": "tool_presetMaterialUseHardness",
 }
 
 _TOKEN = re.compile(r"\s*(?:(\d+\.?\d*)|('[^']*')|([A-Za-z_][\w.]*)|(&&|\|\||[=!<>]=|[-+*/<>!?:(),]))")
@@ -155,20 +202,26 @@ class _Values(dict):
         return value
 
 
-class Rules:
-    """The definitions for rotating tools."""
+def load_rules(path):
+    """Parameter set -> the rules of its tools."""
+    with open(path, encoding="utf-8") as file:
+        definitions = json.load(file)
+    return {strategy: Rules(definitions, strategy) for strategy in (198, TURNING, JET, 214)}
 
-    def __init__(self, path):
-        with open(path, encoding="utf-8") as file:
-            definitions = json.load(file)
+
+class Rules:
+    """The definitions for the tools of one parameter set."""
+
+    def __init__(self, definitions, strategy):
+        self._strategy = strategy
         self._parameters = {}
         for row in definitions["parameters"]:
-            if {ROTATING, EVERY_TOOL} & set(row["strategies"]):
-                own = [change for change in row["overrides"] if change["strategy"] == ROTATING]
+            if {strategy, EVERY_TOOL} & set(row["strategies"]):
+                own = [change for change in row["overrides"] if change["strategy"] == strategy]
                 self._parameters[row["id"]] = {**row, **(own[0] if own else {})}
         self.keys = {}  # enumeration -> its keys
         for row in definitions["enumerations"]:
-            if row["strategies"] is None or {ROTATING, EVERY_TOOL} & set(row["strategies"]):
+            if row["strategies"] is None or {strategy, EVERY_TOOL} & set(row["strategies"]):
                 self.keys.setdefault(row["enumeration"], set()).add(row["key"])
         self._expressions, self._enabled = {}, {}
 
@@ -191,45 +244,87 @@ class Rules:
             self._enabled[key] = expression.value(values)
         return self._enabled[key]
 
+    def _cases(self, tool):
+        """Values, those given, whether they are of a preset, where: the tool and each of its presets."""
+        column = "metric" if tool["unit"] == "millimeters" else "inch"
+        given = tool_values(tool, self._strategy)
+        yield _Values(self, column, given), given, False, ""
+        for preset in tool.get("start-values", {"presets": []})["presets"]:
+            own = preset_values(preset, column, self._strategy)
+            yield _Values(self, column, {**given, **own}), own, True, preset["name"] + ": "
+
     def broken(self, tool):
         """What the tool does wrong, one text each: a rule of its geometry or of one of its presets that is not kept, a
         choice that is none."""
+        for values, _, of_presets, where in self._cases(tool):
+            for name, row in self._parameters.items():
+                if row["feedSpeed"] != of_presets or not self._is_enabled(row, values):
+                    continue
+                if row["enumeration"] and values[name] not in self.keys[row["enumeration"]]:
+                    yield "%s%s is no %s" % (where, values[name], row["title"].lower())
+                for rule in row["errors"] + row["warnings"]:
+                    if not self._expression(rule["expression"]).value(values):
+                        yield "%s%s (%s is %s)" % (where, rule["message"], name, values[name])
+
+    def missing(self, tool):
+        """The parameters that are enabled for the tool and have a member in its map, but are not held."""
+        for values, given, of_presets, where in self._cases(tool):
+            for name, row in self._parameters.items():
+                if (row["feedSpeed"] == of_presets and name in WITH_MEMBER and name not in given
+                        and self._is_enabled(row, values)):
+                    yield where + name
+
+    def underived(self, tool):
+        """The values that the tool holds of parameters that are not enabled, as they follow from others, and that
+        differ from what follows."""
         column = "metric" if tool["unit"] == "millimeters" else "inch"
-        given = tool_values(tool)
-        yield from self._broken(column, given, False, "")
-        for preset in tool["start-values"]["presets"]:
-            yield from self._broken(column, {**given, **preset_values(preset, column)}, True, preset["name"] + ": ")
-
-    def _broken(self, column, given, of_presets, where):
+        given = tool_values(tool, self._strategy)
         values = _Values(self, column, given)
-        for name, row in self._parameters.items():
-            if row["feedSpeed"] != of_presets or not self._is_enabled(row, values):
-                continue
-            if row["enumeration"] and values[name] not in self.keys[row["enumeration"]]:
-                yield "%s%s is no %s" % (where, values[name], row["title"].lower())
-            for rule in row["errors"] + row["warnings"]:
-                if not self._expression(rule["expression"]).value(values):
-                    yield "%s%s (%s is %s)" % (where, rule["message"], name, values[name])
+        for name, value in given.items():
+            row = self._parameters[name]
+            if row["enableExp"] and not self._is_enabled(row, values):
+                follows = self.default(name, column).value(values)
+                if follows != value:
+                    yield "%s is %s, not %s" % (name, value, follows)
 
 
-def tool_values(tool):
+# Parameters that have a member in a tool map. The size of an insert is kept as its circle.
+WITH_MEMBER = {
+    parameter for table in (GEOMETRY, TURNING_GEOMETRY, TURNING_HOLDER, TURNING_SETUP, JET_GEOMETRY, TOOL, POST_PROCESS,
+                            TURNING_PRESET, PRESET, PRESET_MATERIAL) for parameter in table.values()}
+
+
+def _read(table, members, values):
+    values.update({parameter: members[key] for key, parameter in table.items() if key in members})
+
+
+def tool_values(tool, strategy):
     """Parameter -> value, of all that a tool holds beside its presets."""
-    values = {parameter: tool[key] for key, parameter in TOOL.items() if key in tool}
-    values.update({parameter: tool["post-process"][key] for key, parameter in POST_PROCESS.items()})
-    geometry = tool["geometry"]
-    values.update({parameter: geometry[key] for key, parameter in GEOMETRY.items() if key in geometry})
-    values["tool_coolantSupport"] = "yes" if geometry["CSP"] else "no"
+    values = {}
+    geometry = tool.get("geometry", {})
+    _read(TOOL, tool, values)
+    _read(POST_PROCESS, tool.get("post-process", {}), values)
+    if strategy == TURNING:
+        _read({**GEOMETRY, **TURNING_GEOMETRY}, geometry, values)
+        _read(TURNING_HOLDER, tool["holder"], values)
+        _read(TURNING_SETUP, tool["setup"], values)
+        if "SIZE_SPECIFICATION_MODE" in geometry:
+            values["tool_insertSize"] = geometry["INSD"]
+        return values
+    _read(JET_GEOMETRY if strategy == JET else GEOMETRY, geometry, values)
+    if "CSP" in geometry:
+        values["tool_coolantSupport"] = "yes" if geometry["CSP"] else "no"
     values["holder_attached"] = "holder" in tool
     if "holder" in tool:
         values["tool_holderGaugeLength"] = tool["holder"]["gaugeLength"]
     return values
 
 
-def preset_values(preset, column):
+def preset_values(preset, column, strategy):
     """Parameter -> value, of a preset. The surface speed is kept in m/min or ft/min, its parameter in length units."""
-    values = {parameter: preset[key] for key, parameter in PRESET.items() if key in preset}
-    values["tool_surfaceSpeed"] *= 1000 if column == "metric" else 12
-    values["tool_presetMaterialCategory"] = preset["material"]["category"]
-    values["tool_presetMaterialQuery"] = preset["material"]["query"]
-    values["tool_presetMaterialUseHardness"] = preset["material"]["use-hardness"]
+    values = {}
+    _read(TURNING_PRESET if strategy == TURNING else PRESET, preset, values)
+    _read(PRESET_MATERIAL, preset.get("material", {}), values)
+    if "tool_surfaceSpeed" in values:
+        values["tool_surfaceSpeed"] *= 1000 if column == "metric" else 12
     return values
