@@ -2,10 +2,10 @@
 #include "Bare.h"
 #include "Libraries.h"
 #include "Measure.h"
+#include "Trees.h"
 
 #include "ToolLibrary/Interface/Private/IndexedToolLookup.h"
 #include "ToolLibrary/Interface/Private/ToolSourceSink/ToolSourceLoader.h"
-#include "host/Engine.h"
 #include "platform/tool/ToolId.h"
 #include "platform/tool/ToolLibraryInterface.h"
 #include "platform/utils/Abortable.h"
@@ -112,9 +112,9 @@ void benchLibrary(std::size_t tools)
     benchMemory(tools, static_cast<double>(bytes.size()));
     rapidjson::Document document;
     parseBare(bytes, document);
-    const Quillon::Engine engine(Quillon::Engine::Tree::Whole);
-    benchFind(tools, document, *engine.interface());
-    benchTools(tools, document, *engine.interface());
+    const std::shared_ptr<ToolLibraryInterface> engine = engineOf({libraryUrl(tools)});
+    benchFind(tools, document, *engine);
+    benchTools(tools, document, *engine);
     benchProperties(tools, document);
 }
 

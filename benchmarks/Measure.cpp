@@ -12,14 +12,6 @@ namespace Bench {
 
 namespace {
 
-double timeOf(const Work &work)
-{
-    using Clock = std::chrono::steady_clock;
-    const auto start = Clock::now();
-    work();
-    return std::chrono::duration<double>(Clock::now() - start).count();
-}
-
 /// A line of /proc/self/status such as "VmRSS:    1234 kB", in bytes.
 double statusLine(const std::string &name)
 {
@@ -35,13 +27,21 @@ double statusLine(const std::string &name)
 
 } // namespace
 
+double secondsOf(const Work &work)
+{
+    using Clock = std::chrono::steady_clock;
+    const auto start = Clock::now();
+    work();
+    return std::chrono::duration<double>(Clock::now() - start).count();
+}
+
 Pair measurePair(const Work &ours, const Work &bare, double seconds)
 {
     Pair best{std::numeric_limits<double>::max(), std::numeric_limits<double>::max()};
     double spent = 0;
     for (int round = 0; round < 3 || spent < seconds; ++round) {
-        const double bareTime = timeOf(bare);
-        const double ourTime = timeOf(ours);
+        const double bareTime = secondsOf(bare);
+        const double ourTime = secondsOf(ours);
         best = {std::min(best.ours, ourTime), std::min(best.bare, bareTime)};
         spent += bareTime + ourTime;
     }

@@ -9,6 +9,9 @@ namespace Bench {
 
 using Work = std::function<void()>;
 
+/// How long it takes.
+double secondsOf(const Work &work);
+
 /// The shortest time of each of two works, in seconds, measured in turns so that both meet the same noise. The works
 /// are repeated for about \a seconds, at least three times each.
 struct Pair {

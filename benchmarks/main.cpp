@@ -10,6 +10,7 @@
 namespace Bench {
 
 void benchLibrary(std::size_t tools);
+void benchStartUp();
 
 } // namespace Bench
 
@@ -25,4 +26,5 @@ int main(int argc, char **argv)
     Bench::printHeader();
     for (const std::size_t tools : sizes)
         Bench::benchLibrary(tools);
+    Bench::benchStartUp();
 }
