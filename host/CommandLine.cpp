@@ -2,6 +2,7 @@
 
 #include "host/Commands.h"
 #include "host/Log.h"
+#include "platform/core/CloudLibraries.h"
 #include "platform/core/VarnApplication.h"
 #include "platform/utils/Messages.h"
 
@@ -15,7 +16,21 @@ namespace {
 
 struct GlobalOptions {
     std::string home;
+    std::string cloud;
     bool verbose = false;
+};
+
+/// The cloud folder of this run, if there is one.
+class CloudFolder
+{
+public:
+    explicit CloudFolder(const std::string &path)
+    {
+        Varn::CloudLibraries::configure(Varn::Messages::fromUTF8ToWideUnicode(path));
+    }
+    ~CloudFolder() { Varn::CloudLibraries::reset(); }
+    CloudFolder(const CloudFolder &) = delete;
+    CloudFolder &operator=(const CloudFolder &) = delete;
 };
 
 void addExample(CLI::App &command, const std::string &example)
@@ -109,6 +124,9 @@ ExitStatus runCommandLine(const std::vector<std::string> &arguments, const Strea
     addExample(app, "quillon tree");
     GlobalOptions global;
     app.add_option("--home", global.home, "Folder of all that quillon keeps")->envname("QUILLON_HOME");
+    app.add_option("--cloud", global.cloud, "Folder that is kept in step with a cloud; its libraries join the tree")
+        ->envname("QUILLON_CLOUD")
+        ->check(CLI::ExistingDirectory);
     app.add_flag("--verbose", global.verbose, "Write the log to the standard error");
     Action action;
     TreeOptions tree;
@@ -128,6 +146,7 @@ ExitStatus runCommandLine(const std::vector<std::string> &arguments, const Strea
     }
     if (!global.home.empty())
         Varn::VarnApplication::setHomeFolder(Varn::Messages::fromUTF8ToWideUnicode(global.home));
+    const CloudFolder cloud(global.cloud);
     const Log log(global.verbose ? &streams.err : nullptr);
     return run(action, streams);
 }

@@ -262,3 +262,16 @@ TEST_F(CommandLine, GeometriesGoAlongWithAConvertedLibrary)
     EXPECT_EQ(contentOf(path(u"out/solid-2.3DTool")), "there before");
     EXPECT_FALSE(QFile::exists(m_paths.loose(u"out/other.3DTool")));
 }
+
+TEST_F(CommandLine, ACloudFolderJoinsTheTree)
+{
+    writeFile(m_paths.cloud(u"team/shared.json"), libraryText({toolText(1), toolText(2)}));
+    const std::string folder = m_paths.cloud(u"").toStdString();
+    const Outcome tree = run({"--cloud", folder, "tree", "--tools"});
+    EXPECT_EQ(tree.status, Done);
+    EXPECT_THAT(tree.out, HasSubstr("cloud://\n"));
+    EXPECT_THAT(tree.out, HasSubstr("      shared                                     2  cloud://team/shared.json\n"));
+    EXPECT_EQ(run({"--cloud", folder, "show", "cloud://team/shared.json", guidOf(2)}).status, Done);
+    EXPECT_THAT(run({"tree"}).out, testing::Not(HasSubstr("cloud://"))) << "one run's folder is not the next one's";
+    EXPECT_EQ(run({"--cloud", folder + "none", "tree"}).status, WrongUsage);
+}
