@@ -1,6 +1,9 @@
 #include "platform/tool/Import3DToolResult.h"
 
+#include "platform/nc/Tool3DGeometry.h"
+#include "platform/tool/JsonText.h"
 #include "platform/tool/UpdateResult.h"
+#include "platform/utils/Messages.h"
 
 namespace Varn::ToolLibraries {
 
@@ -11,17 +14,18 @@ Import3DToolResult::Import3DToolResult(const Exception &exception)
 {
 }
 
-Import3DToolResult Import3DToolResult::fromGeometryId(const Guid &geometryId)
-{
-    Import3DToolResult result(std::nullopt);
-    result.m_geometryId = geometryId;
-    return result;
-}
+Import3DToolResult::Import3DToolResult(const Tool3DGeometry &geometry) : m_geometryId(geometry.id()) {}
 
 std::string Import3DToolResult::toJson() const
 {
     std::string json = "{\"item\":";
-    json += m_geometryId ? "{\"id\":\"" + m_geometryId->asString() + "\"}" : std::string("null");
+    if (m_geometryId) {
+        json += "{\"id\":";
+        JsonText::printString(Messages::fromWideUnicodeToUTF8(*m_geometryId), json);
+        json += '}';
+    } else {
+        json += "null";
+    }
     if (m_error)
         UpdateResultImpl::appendPayload(ErrorResult::createPayload(m_error->c_str(), m_translated), json);
     json += '}';

@@ -1,5 +1,7 @@
 #include "platform/tool/Import3DToolResult.h"
 
+#include "support/GeometryFile.h"
+
 #include <gtest/gtest.h>
 
 namespace Varn::ToolLibraries {
@@ -14,11 +16,17 @@ TEST(Import3DToolResultTest, NothingChosenIsANullItem)
 
 TEST(Import3DToolResultTest, AGeometryIsNamedByItsId)
 {
-    const Guid id = Guid::fromString("00112233-4455-6677-8899-AABBCCDDEEFF");
-    const Import3DToolResult result = Import3DToolResult::fromGeometryId(id);
+    const auto geometry = TestSupport::makeGeometry(L"00112233-4455-6677-8899-aabbccddeeff");
+    const Import3DToolResult result(*geometry);
     EXPECT_FALSE(result.hasError());
-    EXPECT_EQ(result.geometryId(), id);
+    EXPECT_EQ(result.geometryId(), geometry->id());
     EXPECT_EQ(result.toJson(), R"({"item":{"id":"00112233-4455-6677-8899-aabbccddeeff"}})");
+}
+
+TEST(Import3DToolResultTest, AnyIdIsAJsonText)
+{
+    const Import3DToolResult result(*TestSupport::makeGeometry(L"\"\u5de5\u5177\\"));
+    EXPECT_EQ(result.toJson(), "{\"item\":{\"id\":\"\\\"\u5de5\u5177\\\\\"}}");
 }
 
 TEST(Import3DToolResultTest, AFailureHasAnErrorBesideANullItem)
