@@ -10,6 +10,8 @@
 #include "ToolLibrary/Interface/Private/ToolSourceSink/ToolSourceLoader.h"
 #include "ToolLibrary/Interface/ToolLibraryCache.h"
 #include "ToolLibrary/Interface/mode/ModeConfiguration.h"
+#include "ToolLibrary/Util/Tool3DGeometryMap.h"
+#include "ToolLibrary/Util/Tool3DGeometryUtil.h"
 #include "platform/core/Options.h"
 #include "platform/core/ToolLibraryVersion.h"
 #include "platform/core/VarnDocument.h"
@@ -215,10 +217,15 @@ void ToolLibraryInterfaceImpl::refreshDocumentLibraries()
 std::shared_ptr<ToolSource> ToolLibraryInterfaceImpl::getToolSource(const ToolLibraryLocator &locator) const
 {
     const ToolLibraryUrl url(locator);
-    if (m_cachedLibraries->hasLibrary(url))
-        return m_cachedLibraries->getLoadedLibrary(url);
     const AbortableImpl never; // nobody holds it who could abort
-    return ToolSourceLoader::load(locator, never);
+    std::shared_ptr<ToolSource> source;
+    if (m_cachedLibraries->hasLibrary(url))
+        source = m_cachedLibraries->getLoadedLibrary(url);
+    else
+        source = ToolSourceLoader::load(locator, never);
+    if (Tools::Tool3DGeometryUtil::requiresLocal3DGeometry(url))
+        Tool3DGeometryMap::populateFromLibraryUrl(url);
+    return source;
 }
 
 std::shared_ptr<DiskLibrary> ToolLibraryInterfaceImpl::getDocumentLibrary(const ToolLibraryUrl &url) const

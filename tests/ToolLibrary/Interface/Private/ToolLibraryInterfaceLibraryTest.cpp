@@ -4,6 +4,8 @@
 #include "support/EngineTest.h"
 #include "support/Failure.h"
 
+#include "ToolLibrary/Util/Tool3DGeometryMap.h"
+
 #include <gmock/gmock.h>
 
 #include <cstdio>
@@ -285,4 +287,16 @@ TEST_F(WrittenPages, ASearchThroughAllLibrariesAsksTheInterfaceForEachOne)
     m_cache->add(otherUrl, libraryText({toolText(1)}));
     EXPECT_TRUE(m_engine.findToolById(idOf(1)).has_value());
     EXPECT_THAT(m_engine.asked, ElementsAre(libraryUrl, otherUrl));
+}
+
+TEST_F(LibrariesOfTheInterface, TheSolidsBesideALibraryAreKnownOnceItIsOpened)
+{
+    using Map = Tool3DGeometryMap;
+    m_cache->add(libraryUrl, libraryText({toolText(1)}));
+    writeFile(m_paths.local(u"Local/solid-1.3DTool"), "unread");
+    EXPECT_FALSE(Map::has(L"solid-1"));
+    m_engine.library(ToolLibraryLocator(libraryUrl));
+    ASSERT_TRUE(Map::has(L"solid-1"));
+    EXPECT_THAT(Map::getLocations(L"solid-1"), ElementsAre(Tools::ToolLibraryUrl(ToolLibraryLocator(libraryUrl))));
+    Map::syncLibraries({});
 }
