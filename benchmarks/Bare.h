@@ -2,9 +2,11 @@
 #pragma once
 
 #include <rapidjson/document.h>
+#include <rapidjson/stringbuffer.h>
 
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 struct sqlite3;
@@ -17,6 +19,16 @@ void parseBare(const std::string &bytes, rapidjson::Document &document);
 
 /// P: RapidJSON's compact writer over the whole document; gives the length.
 std::size_t printBare(const rapidjson::Document &document);
+
+/// W: the text of a library file by RapidJSON's own indenting writer, in one pass.
+void printIndentedBare(const rapidjson::Document &document, rapidjson::StringBuffer &text);
+
+/// D: writes the bytes beside \a file, syncs, renames, syncs the folder.
+void replaceFileBare(const std::string &file, std::string_view bytes);
+
+/// zlib at its usual level 6, in memory.
+std::string deflateBare(std::string_view bytes);
+std::string inflateBare(const std::string &packed, std::size_t size);
 
 /// A table of the tools by GUID in SQLite, in memory.
 class ToolTable

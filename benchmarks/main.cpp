@@ -10,6 +10,7 @@
 namespace Bench {
 
 void benchLibrary(std::size_t tools);
+void benchSaving(std::size_t tools);
 void benchStartUp();
 
 } // namespace Bench
@@ -24,7 +25,9 @@ int main(int argc, char **argv)
     if (sizes.empty())
         sizes = {1000, 10000, 100000};
     Bench::printHeader();
-    for (const std::size_t tools : sizes)
+    for (const std::size_t tools : sizes) {
         Bench::benchLibrary(tools);
+        Bench::benchSaving(tools);
+    }
     Bench::benchStartUp();
 }

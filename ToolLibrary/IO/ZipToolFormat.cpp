@@ -6,9 +6,11 @@
 #include "platform/utils/FileSystem.h"
 #include "platform/zip/CZipArchive.h"
 #include "platform/zip/CZipFile.h"
+#include "platform/zip/DeflatedFile.h"
 #include "platform/zip/ZipLimits.h"
 #include "util/utility/Assert.h"
 
+#include <algorithm>
 #include <new>
 #include <string>
 #include <system_error>
@@ -18,6 +20,14 @@ namespace Varn::Tools {
 namespace {
 
 constexpr int logLevel = 3;
+
+/// The size of an entry as its header claims it, but no more than its compressed bytes can become: only then is it
+/// worth having the memory ready.
+std::uint64_t credibleSize(const CZipFileHeader &header, std::uint64_t archiveLength)
+{
+    constexpr std::uint64_t mostOfAByte = 1032; // 258 bytes for 2 bits, the best that deflate can do
+    return std::min(header.GetUncompressedSize(), std::min(header.GetCompressedSize(), archiveLength) * mostOfAByte);
+}
 
 } // namespace
 
@@ -49,12 +59,12 @@ bool ZipToolFormat::getData(const QString &name, QByteArray &out, const Abortabl
 {
     if (isBuilding())
         return ZipToolFormat(m_path).getData(name, out, abortable);
-    // The buffer grows with what comes: the size in the header is only a claim.
     QByteArray data;
     const bool done = readArchive([&] {
         const auto index = getFileIndex(name);
         if (!index)
             return false;
+        data.reserve(static_cast<qsizetype>(credibleSize(*m_archive->GetFileInfo(*index), m_file->GetLength())));
         m_archive->ExtractFile(
             *index, [&](std::string_view block) { data.append(block.data(), static_cast<qsizetype>(block.size())); },
             abortable);
@@ -115,6 +125,20 @@ bool ZipToolFormat::addFile(const QString &name, const QByteArray &data)
         return false;
     return guarded([&] {
         m_archive->AddNewFile(std::make_unique<ByteArrayCZipMemFile>(data), name.toStdWString());
+        return true;
+    });
+}
+
+bool ZipToolFormat::addContent(const QString &name, const Content &content)
+{
+    if (!isBuilding() && !create())
+        return false;
+    return guarded([&] {
+        auto file = std::make_unique<DeflatedFile>();
+        if (!content([&](std::string_view block) { return file->Append(block), true; }))
+            return false;
+        file->Finish();
+        m_archive->AddDeflatedFile(std::move(file), name.toStdWString());
         return true;
     });
 }

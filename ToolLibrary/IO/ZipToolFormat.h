@@ -70,6 +70,12 @@ public:
     /// taken, or that cannot be a path below a folder, and when the archive gets too large.
     bool addFile(const QString &name, const QByteArray &data);
 
+    /// Hands a content to the sink, block by block; false when the sink was, and for a content that breaks off.
+    using Content = std::function<bool(const std::function<bool(std::string_view)> &sink)>;
+
+    /// As addFile(), for a content that is never whole in memory: it is compressed while it comes.
+    bool addContent(const QString &name, const Content &content);
+
     /// Removes an entry from the archive that is being built, or, when there is none, begins one with the other entries
     /// of the file on the disk. False for a name that does not occur exactly once; then none is begun.
     bool removeFile(const QString &name);

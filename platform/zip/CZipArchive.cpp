@@ -5,6 +5,7 @@
 #include "platform/utils/Messages.h"
 #include "platform/zip/CZipFile.h"
 #include "platform/zip/CZipMemFile.h"
+#include "platform/zip/DeflatedFile.h"
 #include "platform/zip/EntryNames.h"
 #include "platform/zip/ZipLimits.h"
 #include "platform/zip/ZipSource.h"
@@ -260,23 +261,23 @@ void CZipArchive::AddNewFile(std::unique_ptr<CZipAbstractFile> file, const CZipS
 {
     expectWritable();
     CZipFileHeader header(name, file->GetLength(), 0, false);
-    const std::uint64_t size = header.GetUncompressedSize();
-    if (!EntryNames::isSafe(name) || (header.IsDirectory() && size > 0))
-        fail(Cause::BadName, nameOf(header), "not a name for an entry");
+    expectAddable(header);
     if (level < -1 || level > 9)
         fail(Cause::NotAllowed, nameOf(header), "no such level of compression");
-    if (size > ZipLimits::mostBytes - m_totalSize || m_entries.size() >= ZipLimits::mostEntries)
-        fail(Cause::TooLarge, nameOf(header), "the archive has no room for it");
-    ZipSource::Pointer source = ZipSource::forEntry(std::move(file));
-    const std::string utf8 = Messages::fromWideUnicodeToUTF8(name);
-    const zip_int64_t number = zip_file_add(m_archive.get(), utf8.c_str(), source.get(), ZIP_FL_ENC_UTF_8);
-    if (number < 0)
-        fail(zip_get_error(m_archive.get()), nameOf(header));
-    (void)source.release(); // the archive has it now
-    m_entries.push_back({std::move(header), static_cast<std::uint64_t>(number)});
-    m_totalSize += size;
-    m_changed = true;
-    setProperties(m_entries.back().number, m_entries.back().header.IsDirectory(), size == 0 ? 0 : level);
+    const bool empty = header.GetUncompressedSize() == 0;
+    const ZipSource::Pointer source = ZipSource::forEntry(std::move(file));
+    add(source.get(), std::move(header), empty ? 0 : level);
+}
+
+void CZipArchive::AddDeflatedFile(std::unique_ptr<DeflatedFile> file, const CZipString &name)
+{
+    expectWritable();
+    CZipFileHeader header(name, file->GetContentSize(), 0, false);
+    if (!file->IsFinished())
+        fail(Cause::NotAllowed, nameOf(header), "its content has not ended");
+    expectAddable(header);
+    const ZipSource::Pointer source = ZipSource::forEntry(std::move(file));
+    add(source.get(), std::move(header), usualLevel);
 }
 
 void CZipArchive::RemoveFiles(const CZipArray<int> &indexes)
@@ -336,6 +337,29 @@ void CZipArchive::readEntries()
         m_totalSize += stat.size;
         m_entries.push_back({std::move(header), i});
     }
+}
+
+/// Raises what the name and the size alone tell.
+void CZipArchive::expectAddable(const CZipFileHeader &header) const
+{
+    const std::uint64_t size = header.GetUncompressedSize();
+    if (!EntryNames::isSafe(header.GetFileName()) || (header.IsDirectory() && size > 0))
+        fail(Cause::BadName, nameOf(header), "not a name for an entry");
+    if (size > ZipLimits::mostBytes - m_totalSize || m_entries.size() >= ZipLimits::mostEntries)
+        fail(Cause::TooLarge, nameOf(header), "the archive has no room for it");
+}
+
+void CZipArchive::add(zip_source *source, CZipFileHeader header, int level)
+{
+    const std::string utf8 = Messages::fromWideUnicodeToUTF8(header.GetFileName());
+    const zip_int64_t number = zip_file_add(m_archive.get(), utf8.c_str(), source, ZIP_FL_ENC_UTF_8);
+    if (number < 0)
+        fail(zip_get_error(m_archive.get()), nameOf(header));
+    zip_source_keep(source); // the archive has it now
+    m_totalSize += header.GetUncompressedSize();
+    m_entries.push_back({std::move(header), static_cast<std::uint64_t>(number)});
+    m_changed = true;
+    setProperties(m_entries.back().number, m_entries.back().header.IsDirectory(), level);
 }
 
 void CZipArchive::expectOpen() const

@@ -14,8 +14,11 @@
 #include <string_view>
 
 struct zip;
+struct zip_source;
 
 namespace Varn {
+
+class DeflatedFile;
 
 /// Entries are known by their index, in the order of the archive. Only the list of entries is read at Open(), and an
 /// extraction inflates that one entry. What is written is "deflated", without a date of its own (the first that the
@@ -108,6 +111,10 @@ public:
     /// NameTaken, TooLarge.
     void AddNewFile(std::unique_ptr<CZipAbstractFile> file, const CZipString &name, int level = -1);
 
+    /// Adds an entry whose content is compressed already. Raises as AddNewFile(), and NotAllowed for a content that is
+    /// not finished.
+    void AddDeflatedFile(std::unique_ptr<DeflatedFile> file, const CZipString &name);
+
     /// The entries behind move up.
     void RemoveFiles(const CZipArray<int> &indexes);
     /// @}
@@ -128,6 +135,8 @@ private:
     const Entry &entry(int index) const;
     void checkReadable(const Entry &entry) const;
     void setProperties(std::uint64_t number, bool directory, int level);
+    void add(zip_source *source, CZipFileHeader header, int level);
+    void expectAddable(const CZipFileHeader &header) const;
     void remove(const Entry &entry);
     void writeEmpty();
 

@@ -1,6 +1,7 @@
 #include "platform/zip/ZipSource.h"
 
 #include "platform/zip/CZipException.h"
+#include "platform/zip/DeflatedFile.h"
 #include "platform/zip/ZipLimits.h"
 
 #include <cerrno>
@@ -17,6 +18,14 @@ ZipSource::Pointer ZipSource::forArchive(CZipAbstractFile &file)
 ZipSource::Pointer ZipSource::forEntry(std::unique_ptr<CZipAbstractFile> file)
 {
     auto source = std::make_unique<ZipSource>(*file, false);
+    source->m_owned = std::move(file);
+    return make(std::move(source));
+}
+
+ZipSource::Pointer ZipSource::forEntry(std::unique_ptr<DeflatedFile> file)
+{
+    auto source = std::make_unique<ZipSource>(*file, false);
+    source->m_deflated = file.get();
     source->m_owned = std::move(file);
     return make(std::move(source));
 }
@@ -112,6 +121,13 @@ zip_int64_t ZipSource::stat(void *data) const
     zip_stat_init(answer);
     answer->size = m_file.GetLength();
     answer->valid = ZIP_STAT_SIZE;
+    if (m_deflated) {
+        answer->comp_size = answer->size;
+        answer->size = m_deflated->GetContentSize();
+        answer->crc = m_deflated->GetContentChecksum();
+        answer->comp_method = ZIP_CM_DEFLATE;
+        answer->valid |= ZIP_STAT_COMP_SIZE | ZIP_STAT_COMP_METHOD | ZIP_STAT_CRC;
+    }
     return sizeof(zip_stat_t);
 }
 

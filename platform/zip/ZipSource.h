@@ -9,6 +9,8 @@
 
 namespace Varn {
 
+class DeflatedFile;
+
 /// Lives as long as the source that libzip has of it, and is deleted by that. An exception of the file becomes an error
 /// of the source.
 class ZipSource
@@ -25,6 +27,7 @@ public:
 
     /// The content of an entry that is to be written.
     static Pointer forEntry(std::unique_ptr<CZipAbstractFile> file);
+    static Pointer forEntry(std::unique_ptr<DeflatedFile> file); ///< copied as it is
 
     ZipSource(CZipAbstractFile &file, bool writable);
     ZipSource(const ZipSource &) = delete;
@@ -43,6 +46,7 @@ private:
 
     CZipAbstractFile &m_file;
     std::unique_ptr<CZipAbstractFile> m_owned;
+    const DeflatedFile *m_deflated = nullptr; // the owned file, if it is one
     bool m_writable;
     CZipMemFile m_written; // until it takes the place of the content of m_file
     zip_error_t m_error;

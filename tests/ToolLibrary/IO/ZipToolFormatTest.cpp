@@ -266,6 +266,51 @@ TEST_F(ZipToolFormatTest, ANameThatIsTakenOrNoPathIsNotAdded)
     EXPECT_EQ(data("a.tools", "tools.json"), document);
 }
 
+TEST_F(ZipToolFormatTest, AContentMayComeInBlocks)
+{
+    QByteArray large;
+    ZipToolFormat format(at("a.tools"));
+    ASSERT_TRUE(format.addContent("tools.json", [&](const auto &sink) {
+        for (int i = 0; i < 100000; ++i) {
+            const QByteArray line = "a line of a library " + QByteArray::number(i) + "\n";
+            large += line;
+            if (!sink(std::string_view(line.constData(), static_cast<std::size_t>(line.size()))))
+                return false;
+        }
+        return true;
+    }));
+    EXPECT_FALSE(format.addContent("tools.json", [](const auto &sink) { return sink("twice"); }));
+    EXPECT_TRUE(format.addContent("empty", [](const auto &) { return true; }));
+    EXPECT_FALSE(format.addContent("../a", [](const auto &sink) { return sink("x"); }));
+    ASSERT_TRUE(format.write());
+    EXPECT_THAT(format.getFileNames(), ElementsAre("tools.json", "empty"));
+    EXPECT_EQ(data("a.tools", "tools.json"), large);
+    EXPECT_EQ(data("a.tools", "empty"), QByteArray());
+    EXPECT_LT(get("a.tools").size(), large.size() / 5);
+}
+
+TEST_F(ZipToolFormatTest, AContentThatBreaksOffIsNotAdded)
+{
+    ZipToolFormat format(at("a.tools"));
+    EXPECT_TRUE(format.addFile("first", "1"));
+    EXPECT_FALSE(format.addContent("second", [](const auto &sink) { return sink("2") && false; }));
+    ASSERT_TRUE(format.write());
+    EXPECT_THAT(format.getFileNames(), ElementsAre("first"));
+}
+
+TEST_F(ZipToolFormatTest, ASizeThatIsOnlyClaimedTakesNoMemory)
+{
+    // An entry of a few bytes that says it has 2 GB.
+    putLibrary("a.tools");
+    QByteArray bytes = get("a.tools");
+    const qsizetype central = bytes.indexOf("PK\1\2");
+    const QByteArray name = bytes.mid(central + 46, 10);
+    ASSERT_EQ(name, "tools.json");
+    bytes.replace(central + 24, 4, QByteArray("\xff\xff\xff\x70", 4));
+    put("b.tools", bytes);
+    EXPECT_EQ(data("b.tools", "tools.json"), notRead);
+}
+
 TEST_F(ZipToolFormatTest, AnAddedByteArrayMayGoOrChangeBeforeTheWrite)
 {
     ZipToolFormat format(at("a.tools"));

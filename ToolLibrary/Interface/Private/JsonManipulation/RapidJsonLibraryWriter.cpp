@@ -10,10 +10,34 @@
 #include <rapidjson/memorystream.h>
 
 #include <array>
+#include <cstdint>
+#include <cstring>
 
 namespace Varn::ToolLibraries {
 
 namespace {
+
+/// Bytes in memory, which need not end in a NUL. Unlike RapidJSON's own stream it steps over blanks eight at a time:
+/// they are a third of an indented library.
+class BytesStream : public rapidjson::MemoryStream
+{
+public:
+    using MemoryStream::MemoryStream;
+
+    void skipWhitespace()
+    {
+        constexpr std::uint64_t eightBlanks = 0x2020202020202020u;
+        for (;;) {
+            std::uint64_t next = 0;
+            while (end_ - src_ >= 8 && (std::memcpy(&next, src_, 8), next == eightBlanks))
+                src_ += 8;
+            const char character = Peek();
+            if (character != ' ' && character != '\n' && character != '\r' && character != '\t')
+                return;
+            Take();
+        }
+    }
+};
 
 /// Hands what the reader finds to the document, asks the abortable at the end of each object, and keeps the reader,
 /// which recurses, from going deeper than a stack holds.
@@ -60,6 +84,24 @@ private:
     const Abortable &m_abortable;
     int m_depth = 0;
 };
+
+} // namespace
+
+} // namespace Varn::ToolLibraries
+
+namespace rapidjson {
+
+template <>
+inline void SkipWhitespace(Varn::ToolLibraries::BytesStream &stream)
+{
+    stream.skipWhitespace();
+}
+
+} // namespace rapidjson
+
+namespace Varn::ToolLibraries {
+
+namespace {
 
 /// Parses \a stream into \a target; false on bad text, an abort or text nested too deeply.
 template <typename SourceEncoding, typename Stream>
@@ -122,7 +164,7 @@ bool RapidJsonLibraryWriter::acceptJsonFile(const std::wstring &path, const Abor
 
 bool RapidJsonLibraryWriter::acceptJsonBytes(const QByteArray &bytes, const Abortable &abortable) const
 {
-    rapidjson::MemoryStream stream(bytes.constData(), static_cast<std::size_t>(bytes.size())); // may lack a final NUL
+    BytesStream stream(bytes.constData(), static_cast<std::size_t>(bytes.size()));
     skipByteOrderMark(stream);
     return parse<rapidjson::UTF8<>>(stream, *m_target, abortable);
 }

@@ -10,7 +10,6 @@
 #include "platform/ox/AppLogMgr.h"
 #include "platform/utils/FileSystem.h"
 #include "platform/utils/Messages.h"
-#include "platform/zip/ZipLimits.h"
 #include "util/utility/Assert.h"
 
 #include <QDir>
@@ -82,16 +81,10 @@ bool beginArchive(ZipToolFormat &archive, const std::wstring &path, OtherEntries
 
 bool writeZipped(const QString &path, const Text &text, OtherEntries others)
 {
-    QByteArray document;
-    const auto append = [&](std::string_view block) {
-        document.append(block.data(), static_cast<qsizetype>(block.size()));
-        return static_cast<std::uint64_t>(document.size()) <= ZipLimits::mostBytes;
-    };
     const std::wstring file = FileSystem::fromQString(path);
     clearReadOnlyFlag(file);
     ZipToolFormat archive(path);
-    return text(append) && beginArchive(archive, file, others) && archive.addFile(documentEntry, document) &&
-           archive.write();
+    return beginArchive(archive, file, others) && archive.addContent(documentEntry, text) && archive.write();
 }
 
 bool writeFile(const ToolLibraryUrl &url, const Text &text, OtherEntries others)

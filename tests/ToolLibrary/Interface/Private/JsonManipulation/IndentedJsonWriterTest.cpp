@@ -369,6 +369,27 @@ TEST(IndentedJsonWriter, TheLastOfSeveralMembersCounts)
     EXPECT_EQ(print(parse(R"({"a\u0000b":1,"a\u0000c":2})")), "{\n    \"a\": 2\n}\n") << "a NUL ends a name";
 }
 
+TEST(IndentedJsonWriter, NamesOfEveryLengthArePrinted)
+{
+    rapidjson::Document document(rapidjson::kObjectType);
+    auto &allocator = document.GetAllocator();
+    for (std::size_t length = 0; length < 300; ++length) {
+        const std::string name(length, 'a');
+        document.AddMember(Value(name, allocator), Value(static_cast<int>(length)), allocator);
+        ASSERT_EQ(print(document), expected(document)) << length;
+    }
+    // A letter that needs an escape, at each place.
+    for (std::size_t length = 1; length < 40; ++length)
+        for (std::size_t at = 0; at < length; ++at)
+            for (const char letter : {'"', '\\', '\n', '\x1f', '\x7f', '\xC3'}) {
+                rapidjson::Document one(rapidjson::kObjectType);
+                std::string name(length, 'a');
+                name[at] = letter;
+                one.AddMember(Value(name, one.GetAllocator()), Value(name, one.GetAllocator()), one.GetAllocator());
+                ASSERT_EQ(print(one), expected(one)) << length << ' ' << at << ' ' << letter;
+            }
+}
+
 TEST(IndentedJsonWriter, RandomDocumentsGiveTheBytesOfTheLongWay)
 {
     for (unsigned seed = 1; seed <= 3000; ++seed) {
