@@ -430,9 +430,9 @@ void CZipArchive::remove(const Entry &entry)
 
 void CZipArchive::writeEmpty()
 {
-    m_file->SetLength(0);
     m_file->Seek(0);
     m_file->Write(emptyArchive.data(), emptyArchive.size());
+    m_file->SetLength(emptyArchive.size());
 }
 
 } // namespace Varn

@@ -144,9 +144,9 @@ zip_int64_t ZipSource::write(const void *data, zip_uint64_t size)
 zip_int64_t ZipSource::commit()
 {
     const std::string_view bytes = m_written.GetBytes();
-    m_file.SetLength(0);
     m_file.Seek(0);
-    m_file.Write(bytes.data(), bytes.size());
+    m_file.Write(bytes.data(), bytes.size()); // first, for a file without room for it is then as it was
+    m_file.SetLength(bytes.size());
     m_written.Close();
     return 0;
 }

@@ -430,3 +430,19 @@ TEST(CZipArchiveTest, EveryCallOnAClosedArchiveFailsButClose)
     EXPECT_EQ(causeOf([&] { archive.RemoveFiles({}); }), Cause::NotAllowed);
     EXPECT_NO_THROW(archive.Close());
 }
+
+TEST(CZipArchiveTest, AFileWithoutRoomForTheChangesStaysAsItWas)
+{
+    std::string memory = zipOf({{L"a", "1"}});
+    const std::string before = memory;
+    CZipMemFile image;
+    image.Attach(reinterpret_cast<unsigned char *>(memory.data()), memory.size()); // and no byte more
+    CZipArchive archive;
+    ASSERT_TRUE(archive.Open(image, CZipArchive::Existing));
+    add(archive, L"b", "2");
+    EXPECT_EQ(causeOf([&] { archive.Close(); }), CZipException::Cause::FileError);
+    EXPECT_FALSE(archive.IsClosed());
+    EXPECT_EQ(image.GetBytes(), before);
+    archive.Close(CZipArchive::Forced);
+    EXPECT_EQ(entriesOf(memory), (Entries{{L"a", "1"}}));
+}
