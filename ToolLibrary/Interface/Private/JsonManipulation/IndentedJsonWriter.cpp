@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <forward_list>
-#include <span>
 #include <string>
 #include <utility>
 #include <vector>
@@ -127,7 +126,7 @@ private:
                 for (const auto &member : object.GetObject())
                     m_stack.push_back({readable(nameOf(member.name)), &member.value});
             // The values of an object lie in memory in their order, so that of one name the last comes last.
-            std::sort(range().begin(), range().end(), [](const Member &a, const Member &b) {
+            std::sort(first(), m_stack.end(), [](const Member &a, const Member &b) {
                 return isLess(a.name, b.name) || (a.name == b.name && a.value < b.value);
             });
             keepLastOfEach();
@@ -142,24 +141,34 @@ private:
         /// Puts \a value in the place of the member of that name, or where one would stand. The old value, or null.
         const Value *replace(std::string_view name, const Value *value)
         {
-            const auto at = std::ranges::lower_bound(range(), name, isLess, &Member::name);
-            if (at != range().end() && at->name == name)
+            const auto at = placeOf(name);
+            if (isAt(at, name))
                 return std::exchange(at->value, value);
-            const auto position = static_cast<std::ptrdiff_t>(m_begin) + (at - range().begin());
-            m_stack.insert(m_stack.begin() + position, {name, value});
+            m_stack.insert(at, {name, value});
             ++m_count;
             return nullptr;
         }
 
         void remove(std::string_view name)
         {
-            const auto kept = std::ranges::remove(range(), name, &Member::name);
-            m_count -= kept.size();
-            m_stack.resize(end());
+            const auto at = placeOf(name);
+            if (!isAt(at, name))
+                return;
+            m_stack.erase(at);
+            --m_count;
         }
 
     private:
-        std::span<Member> range() { return std::span(m_stack).subspan(m_begin); }
+        using Place = std::vector<Member>::iterator;
+
+        Place first() { return m_stack.begin() + static_cast<std::ptrdiff_t>(m_begin); }
+        Place placeOf(std::string_view name)
+        {
+            return std::lower_bound(first(), m_stack.end(), name, [](const Member &member, std::string_view wanted) {
+                return isLess(member.name, wanted);
+            });
+        }
+        bool isAt(Place place, std::string_view name) const { return place != m_stack.end() && place->name == name; }
 
         std::string_view readable(std::string_view name)
         {
