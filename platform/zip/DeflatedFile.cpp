@@ -63,7 +63,7 @@ private:
 
 std::size_t helpers()
 {
-    return std::max(1u, std::thread::hardware_concurrency());
+    return std::clamp(std::thread::hardware_concurrency(), 1u, 16u);
 }
 
 } // namespace
@@ -106,10 +106,10 @@ DeflatedFile::Packed DeflatedFile::pack(const std::string &content, const std::s
     return {deflater.pack(content, last), static_cast<std::uint32_t>(checksum), content.size()};
 }
 
-/// Sends the chunk on its way. The helpers never have more before them than they can do at once.
+/// Sends the chunk on its way. Two for each processor may be on it, so that no helper waits for this thread.
 void DeflatedFile::packChunk(bool last)
 {
-    take(helpers() - 1);
+    take(2 * helpers() - 1);
     std::string chunk = std::exchange(m_chunk, {});
     m_chunk.reserve(last ? 0 : chunkSize);
     std::string dictionary =

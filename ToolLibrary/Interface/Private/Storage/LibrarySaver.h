@@ -13,7 +13,8 @@ class ExportableLibrary;
 class TOOL_LIBRARY_EXPORT LibrarySaver
 {
 public:
-    /// Writes \a library, which \a url names, to the path \a fileName. Tools that leave a document get new GUIDs. A
+    /// Writes \a library, which \a url names, to the absolute path \a fileName. Tools that leave a document get new
+    /// GUIDs. A
     /// ".tools" library that is saved to its own file keeps the geometries there; any other file is replaced whole.
     ///
     /// Throws UnknownError "Invalid file format" for an end of the name that no writer takes (case counts),
