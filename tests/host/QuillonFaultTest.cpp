@@ -250,3 +250,31 @@ TEST_F(QuillonFault, ALinkToItsOwnParentEnds)
     EXPECT_THAT(tree.out, HasSubstr("toollibraryroot://Local/sub/up"));
     EXPECT_THAT(tree.out, Not(HasSubstr("sub/up/sub")));
 }
+
+TEST_F(QuillonFault, AFileThatVanishesWhileLibrariesLoadIsAnErrorThatNamesIt)
+{
+    const QString local = home() + QStringLiteral("/libraries/Local/");
+    QDir().mkpath(local);
+    int failed = 0;
+    for (int round = 0; round < 10; ++round) {
+        for (const QString &name : {QStringLiteral("a.json"), QStringLiteral("b.json"), QStringLiteral("c.json")})
+            QFile::copy(m_more.path(), local + name);
+        writeFile(local + QStringLiteral("z.json"), libraryText({toolText(1)}));
+        QuillonProcess process({QStringLiteral("rpc")}, home());
+        process.process().write("{\"jsonrpc\":\"2.0\",\"id\":1,\"method\":\"initialLoadTask\"}\n");
+        ASSERT_TRUE(process.process().waitForReadyRead());
+        if (round % 2)
+            QFile::resize(local + QStringLiteral("z.json"), 30);
+        else
+            QFile::remove(local + QStringLiteral("z.json"));
+        const Outcome outcome = process.finish("{\"jsonrpc\":\"2.0\",\"id\":2,\"method\":\"getToolsFromLibrary\","
+                                               "\"params\":{\"locator\":\"toollibraryroot://Local/z.json\"}}\n");
+        EXPECT_EQ(outcome.status, 0);
+        const bool isFailure = outcome.out.find("LibraryFormatError") != std::string::npos;
+        failed += isFailure;
+        EXPECT_THAT(outcome.out, HasSubstr(isFailure ? "Failed to read or parse JSON file: " +
+                                                           (local + QStringLiteral("z.json")).toStdString()
+                                                     : guidOf(1)));
+    }
+    RecordProperty("failed", failed); // the others had been read before
+}
