@@ -4,6 +4,7 @@
 
 #include "platform/VarnPlatformExport.h"
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -35,11 +36,13 @@ public:
 private:
     void openBeside();
     void openInPlace();
+    void startFlush(std::uint64_t written);
     bool finish();
 
     std::string m_target; // name in the file system
     std::string m_beside; // of the new file; empty when the old file is written itself
     int m_descriptor = -1;
+    std::uint64_t m_unflushed = 0; // bytes at the end that the disk may not have begun to take
     bool m_failed = false;
 };
 
