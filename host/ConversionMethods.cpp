@@ -3,6 +3,7 @@
 #include "ToolLibrary/IO/ToolLibraryUrl.h"
 #include "ToolLibrary/Interface/Private/IndexedToolLookup.h"
 #include "ToolLibrary/Interface/Private/JsonManipulation/RapidJsonConvert.h"
+#include "ToolLibrary/Interface/Private/ToolNameGenerator.h"
 #include "ToolLibrary/Interface/Private/ToolSourceSink/OxJsonTool.h"
 #include "ToolLibrary/Interface/Private/ToolSourceSink/RapidJsonTool.h"
 #include "ToolLibrary/Interface/Private/ToolSourceSink/ToolLibraryLocatorInterrogator.h"
@@ -200,6 +201,7 @@ std::string describeIndexedTool(const RpcParameters &parameters)
 {
     const IndexedTool tool(std::make_unique<RapidJsonTool>(&parameters.object("tool")));
     Json::Value description(Json::objectValue);
+    description["name"] = Messages::fromWideUnicodeToUTF8(tool.getName());
     description["comment"] = Messages::fromWideUnicodeToUTF8(tool.getComment());
     description["productId"] = Messages::fromWideUnicodeToUTF8(tool.getProductId());
     description["vendor"] = Messages::fromWideUnicodeToUTF8(tool.getVendor());
@@ -211,6 +213,16 @@ std::string describeIndexedTool(const RpcParameters &parameters)
         rounded[key] = number ? Json::Value(*number) : Json::Value();
     }
     return JsonText::print(description);
+}
+
+std::string toolName(const RpcParameters &parameters)
+{
+    const IndexedTool tool(std::make_unique<RapidJsonTool>(&parameters.object("tool")));
+    const std::wstring name = parameters.has("country")
+                                  ? ToolNameGenerator::generateLocalizedName(
+                                        tool, Messages::fromUTF8ToWideUnicode(parameters.text("country")))
+                                  : ToolNameGenerator::generateName(tool);
+    return JsonText::print(Json::Value(Messages::fromWideUnicodeToUTF8(name)));
 }
 
 void addUrlMethods(JsonRpcDispatcher &dispatcher)
@@ -265,6 +277,7 @@ void addConversionMethods(JsonRpcDispatcher &dispatcher)
                     }});
     dispatcher.add("Tool.properties", {{tool, keys, {"as", RpcKind::Text, true}}, &toolProperties});
     dispatcher.add("IndexedTool.describe", {{tool, keys}, &describeIndexedTool});
+    dispatcher.add("ToolNameGenerator.generateName", {{tool, {"country", RpcKind::Text, true}}, &toolName});
 }
 
 } // namespace Quillon

@@ -187,4 +187,21 @@ bool ToolGeometry::doesSupportHolder(Type type, InsertType insert, HolderType ho
     return isHolderSupported(type, insert, holder);
 }
 
+std::optional<ToolGeometry::Hand> ToolGeometry::TurningToolParameterization::getHandFromChar(char letter)
+{
+    switch (letter) {
+    case HAND_LEFT:
+    case HAND_NEUTRAL:
+    case HAND_RIGHT:
+        return static_cast<Hand>(letter);
+    default:
+        return std::nullopt;
+    }
+}
+
+char ToolGeometry::TurningToolParameterization::getHandAsChar(Hand hand)
+{
+    return static_cast<char>(hand);
+}
+
 } // namespace Varn

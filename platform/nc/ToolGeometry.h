@@ -171,6 +171,15 @@ public:
         TAPERED_BULL_NOSE = 1,
     };
 
+    /// How a turning tool sits in its holder.
+    class VARN_PLATFORM_EXPORT TurningToolParameterization
+    {
+    public:
+        /// The hand of its letter, in upper case; nothing for any other character.
+        static std::optional<Hand> getHandFromChar(char letter);
+        static char getHandAsChar(Hand hand);
+    };
+
     // Each type but TYPE_NONE is of exactly one of these families.
     static bool isMill(Type type);
     static bool isDrill(Type type); ///< every hole making tool, also taps, reamers and boring heads

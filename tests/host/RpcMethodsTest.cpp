@@ -147,11 +147,23 @@ TEST_F(RpcMethods, APageHoldsWhatWasAskedForAndWhatFailed)
         EXPECT_EQ(page["offset"].asInt(), 1);
         EXPECT_EQ(JsonText::print(page["toolTypes"]), R"(["drill","flat end mill"])");
     }
-    const std::string refused = "-32000 NotSupportedError Not yet supported";
-    EXPECT_EQ(error("fetchTools", request(1, 0, R"([{"key":"x","values":[]}])", "", "[]")), refused);
-    EXPECT_EQ(error("fetchTools", request(1, 0, R"("broken")", "", "[]")), refused);
-    EXPECT_EQ(error("fetchTools", request(1, 0, "[]", "drill", "[]")), refused);
-    EXPECT_EQ(error("fetchTools", request(1, 0, "[]", "", R"([{"key":"x","order":"asc"}])")), refused);
+    EXPECT_EQ(result("fetchTools", request(1, 0, R"([{"key":"x","values":[]}])", "", "[]"))["matched"], 0);
+    EXPECT_EQ(result("fetchTools", request(1, 0, R"("broken")", "", "[]"))["matched"], 2);
+    EXPECT_EQ(result("fetchTools", request(1, 0, "[]", "flat END", "[]"))["matched"], 1);
+    const Json::Value sorted = result(
+        "fetchTools", request(2, 0, "[]", "", R"([{"key":"components.indexedProperties.tool_type","order":"asc"}])"));
+    EXPECT_EQ(sorted["data"][path][0]["type"], "drill");
+    EXPECT_EQ(error("fetchTools", request(1, 0, "[1]", "", "[]")).substr(0, 17), "-32000 LogicError");
+}
+
+TEST_F(RpcMethods, AToolHasItsName)
+{
+    const std::string tool =
+        R"({"tool":{"type":"drill","unit":"inches","geometry":{"DC":0.5},"post-process":{"number":3}})";
+    const char *name = "3 - ∅1/2\" (Drill)";
+    EXPECT_EQ(result("ToolNameGenerator.generateName", tool + "}"), name);
+    EXPECT_EQ(result("ToolNameGenerator.generateName", tool + R"(,"country":"xx"})"), name);
+    EXPECT_EQ(result("IndexedTool.describe", tool + R"(,"keys":[]})")["name"], name);
 }
 
 TEST_F(RpcMethods, AUrlDescribesItself)
@@ -235,7 +247,7 @@ TEST_F(RpcMethods, AnIndexedToolDescribesItself)
     EXPECT_EQ(resultText("IndexedTool.describe",
                          R"({"tool":{"type":"drill","unit":"inches","vendor":"V","product-id":"P","comment":"C",)"
                          R"("geometry":{"DC":1}},"keys":["tool_diameter.normValue","tool_diameter","nothing"]})"),
-              R"({"comment":"C","productId":"P","rounded":{"nothing":null,"tool_diameter":1.0,)"
+              R"x({"comment":"C","name":"∅1\" (Drill)","productId":"P","rounded":{"nothing":null,"tool_diameter":1.0,)x"
               R"("tool_diameter.normValue":25.4},"type":1,"unit":0,"vendor":"V"})");
 }
 

@@ -1,5 +1,6 @@
 #include "ToolLibrary/Interface/Private/IndexedTool.h"
 
+#include "ToolLibrary/Interface/Private/ToolNameGenerator.h"
 #include "platform/core/ParameterTable.h"
 #include "platform/core/ToolSpecification.h"
 #include "platform/core/VarnParameters.h"
@@ -43,6 +44,13 @@ std::wstring IndexedTool::getProductId() const
 std::wstring IndexedTool::getVendor() const
 {
     return m_tool->getWString("tool_vendor").value_or(std::wstring());
+}
+
+const std::wstring &IndexedTool::getName() const
+{
+    if (!m_name)
+        m_name = ToolNameGenerator::generateName(*this);
+    return *m_name;
 }
 
 ToolGeometry::Type IndexedTool::getType() const

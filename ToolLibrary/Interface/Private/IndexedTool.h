@@ -27,6 +27,10 @@ public:
     std::wstring getProductId() const;
     std::wstring getVendor() const;
 
+    /// What a machinist calls it, see ToolNameGenerator; made when it is first asked for, in the language of that
+    /// moment.
+    const std::wstring &getName() const;
+
     ToolGeometry::Type getType() const; ///< 0 for a missing or unknown keyword
     NCUnit::Unit getUnit() const;       ///< millimeters for a missing or unknown text
 
@@ -51,6 +55,7 @@ private:
     mutable std::optional<ToolGeometry::Type> m_type;
     mutable std::optional<NCUnit::Unit> m_unit;
     mutable std::optional<ToolGeometry::InsertType> m_insertType;
+    mutable std::optional<std::wstring> m_name;
 };
 
 } // namespace Varn::ToolLibraries

@@ -1,12 +1,12 @@
 #include "ToolLibrary/Interface/Private/ToolPageAggregator.h"
 
-#include "ToolLibrary/Interface/Private/IndexedTool.h"
+#include "ToolLibrary/Interface/Private/ToolKeys.h"
+#include "ToolLibrary/Interface/Private/ToolSorter.h"
 #include "ToolLibrary/Interface/Private/ToolSourceSink/ToolSource.h"
 #include "ToolLibrary/Interface/Private/ToolTypeRecorder.h"
 #include "platform/core/ToolLibraryVersion.h"
 #include "platform/tool/ErrorResult.h"
 #include "platform/tool/Exception.h"
-#include "platform/tool/JsonText.h"
 #include "platform/utils/Messages.h"
 #include "util/utility/Assert.h"
 
@@ -18,21 +18,7 @@ namespace Varn::ToolLibraries {
 
 namespace {
 
-/// True for a text that asks for nothing: no text, or a JSON array without elements.
-bool asksNothing(std::string_view state)
-{
-    if (state.empty())
-        return true;
-    const std::optional<Json::Value> value = JsonText::parse(state, nullptr);
-    return value && value->isArray() && value->empty();
-}
-
-void refuseWhatIsNotServed(const ToolPageRequest &request)
-{
-    if (!request.searchQuery().empty() || !asksNothing(request.filtersState()) || !asksNothing(request.sortState()))
-        throw NotSupportedError("Not yet supported");
-}
-
+/// What an order without keys comes to, with each GUID read once.
 void sortByGuid(std::vector<std::unique_ptr<IndexedTool>> &tools)
 {
     std::vector<std::pair<Guid, std::unique_ptr<IndexedTool>>> keyed;
@@ -55,7 +41,9 @@ ToolPageAggregator::ToolPageAggregator(LibraryGetter getLibrary) : m_latestVersi
 
 std::unique_ptr<ToolPage> ToolPageAggregator::fetchPage(const ToolPageRequest &request) const
 {
-    refuseWhatIsNotServed(request);
+    const ToolFilter::Predicate filter =
+        ToolFilter::createFilterFunction(request.filtersState(), request.searchQuery());
+    const Sort sort = createSort(request.sortState());
     const Window window{request.pageLimit(), request.pageOffset()};
     const std::int64_t pageEnd = std::int64_t{window.limit} + window.offset;
     Counters counters;
@@ -68,15 +56,24 @@ std::unique_ptr<ToolPage> ToolPageAggregator::fetchPage(const ToolPageRequest &r
             entry = Json::Value(Json::arrayValue);
             continue;
         }
-        entry = fetchToolsInPage(locator, recorder, window, counters);
+        entry = fetchToolsInPage(locator, filter, sort, recorder, window, counters);
         filled = counters.matched > pageEnd;
     }
     return ToolPage::make(std::move(tools), recorder.getRecordedToolTypes(), window.limit, window.offset,
                           counters.matched, counters.total, m_latestVersion);
 }
 
-Json::Value ToolPageAggregator::fetchToolsInPage(const ToolLibraryLocator &locator, ToolTypeRecorder &recorder,
-                                                 Window window, Counters &counters) const
+ToolPageAggregator::Sort ToolPageAggregator::createSort(std::string_view sortState)
+{
+    if (ToolKeys::parseState(sortState).empty())
+        return sortByGuid;
+    return
+        [order = ToolSorter::createSortFunction(sortState)](Tools &tools) { std::ranges::stable_sort(tools, order); };
+}
+
+Json::Value ToolPageAggregator::fetchToolsInPage(const ToolLibraryLocator &locator, const ToolFilter::Predicate &filter,
+                                                 const Sort &sort, ToolTypeRecorder &recorder, Window window,
+                                                 Counters &counters) const
 {
     std::shared_ptr<ToolSource> source;
     try {
@@ -87,7 +84,7 @@ Json::Value ToolPageAggregator::fetchToolsInPage(const ToolLibraryLocator &locat
     VARN_ASSERT_TEXT(source->getVersion() == m_latestVersion,
                      "Tool library should have been migrated to the latest version already");
     int seen = 0;
-    const std::vector<std::unique_ptr<IndexedTool>> matches = fetchToolsInLibrary(*source, seen);
+    const Tools matches = fetchToolsInLibrary(*source, locator, filter, sort, seen);
     counters.total += seen;
     Json::Value page(Json::arrayValue);
     const std::int64_t pageEnd = std::int64_t{window.limit} + window.offset;
@@ -100,9 +97,12 @@ Json::Value ToolPageAggregator::fetchToolsInPage(const ToolLibraryLocator &locat
     return page;
 }
 
-std::vector<std::unique_ptr<IndexedTool>> ToolPageAggregator::fetchToolsInLibrary(const ToolSource &source, int &seen)
+ToolPageAggregator::Tools ToolPageAggregator::fetchToolsInLibrary(const ToolSource &source,
+                                                                  const ToolLibraryLocator &locator,
+                                                                  const ToolFilter::Predicate &filter, const Sort &sort,
+                                                                  int &seen)
 {
-    std::vector<std::unique_ptr<IndexedTool>> tools;
+    Tools tools;
     tools.reserve(source.numberOfTools());
     const auto end = source.end();
     for (auto at = source.begin(); !(at == end); ++at) {
@@ -110,9 +110,11 @@ std::vector<std::unique_ptr<IndexedTool>> ToolPageAggregator::fetchToolsInLibrar
         if (!tool)
             continue;
         ++seen;
-        tools.push_back(std::make_unique<IndexedTool>(std::move(tool)));
+        auto indexed = std::make_unique<IndexedTool>(std::move(tool));
+        if (filter(*indexed, locator))
+            tools.push_back(std::move(indexed));
     }
-    sortByGuid(tools);
+    sort(tools);
     return tools;
 }
 

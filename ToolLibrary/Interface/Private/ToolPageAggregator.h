@@ -2,6 +2,7 @@
 // thread; copies are independent.
 #pragma once
 
+#include "ToolLibrary/Interface/Private/ToolFilter.h"
 #include "ToolLibrary/ToolLibraryExport.h"
 #include "platform/tool/ToolLibraryLocator.h"
 #include "platform/tool/ToolPage.h"
@@ -11,6 +12,7 @@
 
 #include <functional>
 #include <memory>
+#include <string_view>
 #include <vector>
 
 namespace Varn::ToolLibraries {
@@ -27,9 +29,10 @@ public:
     /// \a getLibrary must not be empty.
     explicit ToolPageAggregator(LibraryGetter getLibrary);
 
-    /// The tools in the order of their GUIDs, library after library. A library whose getter throws an Exception is an
-    /// error payload in place of its list. Once more tools matched than the page can hold, later libraries are not
-    /// opened, and count for nothing. A request with a filter, a search or an order throws NotSupportedError.
+    /// The tools that pass the filters and the search (see ToolFilter), in the order of the request (see ToolSorter),
+    /// library after library. A library whose getter throws an Exception is an error payload in place of its list. Once
+    /// more tools matched than the page can hold, later libraries are not opened, and count for nothing. Throws what
+    /// the filters and the order throw.
     std::unique_ptr<ToolPage> fetchPage(const ToolPageRequest &request) const;
 
 private:
@@ -42,9 +45,14 @@ private:
         int total = 0;
     };
 
-    Json::Value fetchToolsInPage(const ToolLibraryLocator &locator, ToolTypeRecorder &recorder, Window window,
-                                 Counters &counters) const;
-    static std::vector<std::unique_ptr<IndexedTool>> fetchToolsInLibrary(const ToolSource &source, int &seen);
+    using Tools = std::vector<std::unique_ptr<IndexedTool>>;
+    using Sort = std::function<void(Tools &)>;
+
+    static Sort createSort(std::string_view sortState);
+    Json::Value fetchToolsInPage(const ToolLibraryLocator &locator, const ToolFilter::Predicate &filter,
+                                 const Sort &sort, ToolTypeRecorder &recorder, Window window, Counters &counters) const;
+    static Tools fetchToolsInLibrary(const ToolSource &source, const ToolLibraryLocator &locator,
+                                     const ToolFilter::Predicate &filter, const Sort &sort, int &seen);
 
     LibraryGetter m_getLibrary;
     int m_latestVersion;

@@ -188,11 +188,6 @@ TEST_F(LibrariesOfTheInterface, APageHoldsLibrariesOfTheTreeAndLooseFiles)
     EXPECT_THAT(m_reports, IsEmpty());
 }
 
-TEST_F(LibrariesOfTheInterface, AFilterIsNotServedYet)
-{
-    EXPECT_EQ(failureOf([&] { m_engine.fetchTools(ToolPageRequest({}, "[1]", 1, 0, "", "")); }), notYet);
-}
-
 TEST_F(LibrariesOfTheInterface, AnUncheckedPageDoesNotLookChecked)
 {
     m_cache->add(libraryUrl, libraryText({toolText(1)}));

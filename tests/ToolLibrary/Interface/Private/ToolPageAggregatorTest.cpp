@@ -18,8 +18,6 @@ using testing::IsEmpty;
 
 namespace {
 
-constexpr const char *notYet = "NotSupportedError: Not yet supported";
-
 /// Libraries by their URLs, and which of them were opened.
 class ToolPages : public testing::Test
 {
@@ -308,25 +306,66 @@ TEST_F(ToolPages, WantLibrariesOfTheCurrentVersion)
     EXPECT_EQ(window["version"], 36);
 }
 
-TEST_F(ToolPages, ServeNoFilterSearchOrOrderYet)
+TEST_F(ToolPages, WithoutAFilterOrAnOrderComeByGuid)
 {
     add(L"a.json", {2, 1});
-    const char *const nothing[] = {"", "[]", " [ ] ", "[\n]"};
+    const char *const nothing[] = {"",  "[]",   " [ ] ", "[\n]", "nonsense",
+                                   "[", "null", "0",     "{}",   R"([{"key":"x","order":"asc","values":3}])"};
     for (const char *const filters : nothing)
         for (const char *const order : nothing) {
             const auto window = aggregator().fetchPage(ToolPageRequest(m_all, filters, 10, 0, "", order));
-            EXPECT_THAT(numbers(window->value(), "a.json"), ElementsAre(1, 2));
+            EXPECT_THAT(numbers(window->value(), "a.json"), ElementsAre(1, 2)) << filters << " " << order;
         }
-    const char *const something[] = {"[1]",      "[[]]", "{}", "null",
-                                     "nonsense", "[",    "0",  R"([{"key":"x","order":"asc"}])"};
-    m_opened.clear();
-    for (const char *const state : something) {
-        EXPECT_EQ(failureOf([&] { aggregator().fetchPage(ToolPageRequest(m_all, state, 10, 0, "", "")); }), notYet);
-        EXPECT_EQ(failureOf([&] { aggregator().fetchPage(ToolPageRequest(m_all, "", 10, 0, "", state)); }), notYet);
-        EXPECT_EQ(failureOf([&] { aggregator().fetchPage(ToolPageRequest({}, "", 10, 0, state, "")); }), notYet);
+}
+
+TEST_F(ToolPages, HoldWhatPassesInTheOrderThatWasAskedFor)
+{
+    const auto source = std::make_shared<FakeToolSource>();
+    for (const unsigned number : {1u, 2u, 3u, 4u, 5u})
+        source->texts.push_back(toolText(number, R"("unit":"millimeters","geometry":{"DC":)" +
+                                                     std::to_string(number % 3 + 1) + R"(},"description":")" +
+                                                     (number == 4 ? "reamer" : "End mill") + "\""));
+    addSource(L"a.json", source);
+    const auto window = aggregator().fetchPage(ToolPageRequest(
+        m_all, R"([{"key":"components.indexedProperties.tool_diameter","values":[{"op":">","value":1}]}])", 2, 1,
+        "END MILL", R"([{"key":"components.indexedProperties.tool_diameter.normValue","order":"desc"}])"));
+    EXPECT_THAT(numbers(window->value(), "a.json"), ElementsAre(5, 1)) << "2, 5 with three, then 1 with two";
+    EXPECT_EQ(window->value()["matched"], 3);
+    EXPECT_EQ(window->value()["total"], 5);
+}
+
+TEST_F(ToolPages, AFilterCountsLibraryByLibrary)
+{
+    add(L"a.json", {1, 2, 3});
+    add(L"b.json", {2, 4});
+    const std::string filter = R"([{"key":"toolIdentifier","values":[{"guid":")" + guidOf(2) +
+                               R"(","libraryUrl":"custom://b.json"},{"guid":")" + guidOf(3) +
+                               R"(","libraryUrl":"custom://a.json"}]}])";
+    const auto window = aggregator().fetchPage(ToolPageRequest(m_all, filter, 10, 0, "", ""));
+    EXPECT_THAT(numbers(window->value(), "a.json"), ElementsAre(3));
+    EXPECT_THAT(numbers(window->value(), "b.json"), ElementsAre(2));
+    EXPECT_EQ(window->value()["matched"], 2);
+    EXPECT_EQ(window->value()["total"], 5);
+}
+
+TEST_F(ToolPages, ARequestThatCannotBeReadOpensNothing)
+{
+    add(L"a.json", {1});
+    for (const char *const state : {"[1]", "[\"x\"]", R"([{"key":{}}])", R"([{"key":[],"order":"asc"}])"}) {
+        EXPECT_THROW(aggregator().fetchPage(ToolPageRequest(m_all, state, 10, 0, "", "")), Json::Exception) << state;
+        EXPECT_THROW(aggregator().fetchPage(ToolPageRequest(m_all, "", 10, 0, "", state)), Json::Exception) << state;
     }
-    EXPECT_EQ(failureOf([&] { aggregator().fetchPage(ToolPageRequest(m_all, "[]", 10, 0, " ", "[]")); }), notYet);
-    EXPECT_THAT(m_opened, IsEmpty()) << "a request is refused before anything is opened";
+    EXPECT_THAT(m_opened, IsEmpty());
+}
+
+TEST_F(ToolPages, APropertyOfTwoKindsFailsTheWholeRequest)
+{
+    const auto source = std::make_shared<FakeToolSource>();
+    source->texts = {toolText(1, R"("vendor":"A")"), toolText(2, R"("vendor":3)")};
+    addSource(L"a.json", source);
+    const std::string order = R"([{"key":"components.indexedProperties.tool_vendor","order":"asc"}])";
+    EXPECT_EQ(failureOf([&] { aggregator().fetchPage(ToolPageRequest(m_all, "", 1, 0, "", order)); }),
+              "runtime_error: Type mismatch for key: components.indexedProperties.tool_vendor");
 }
 
 TEST_F(ToolPages, MakeEachToolOnceWhateverTheSize)

@@ -1,0 +1,147 @@
+#include "ToolLibrary/Interface/Private/ToolNameGenerator.h"
+#include "support/LibraryFile.h"
+
+#include "ToolLibrary/Interface/Private/IndexedTool.h"
+#include "platform/utils/LocaleRegistry.h"
+#include "platform/utils/Messages.h"
+
+#include <gtest/gtest.h>
+
+using namespace TestSupport;
+using namespace Varn::ToolLibraries;
+using Varn::LocaleRegistry;
+using Varn::Messages;
+
+namespace {
+
+std::string nameOf(const std::string &members, const wchar_t *country = L"en")
+{
+    const IndexedTool tool(Tool::fromJson(toolText(1, members)));
+    return Messages::fromWideUnicodeToUTF8(ToolNameGenerator::generateLocalizedName(tool, country));
+}
+
+/// A general turning tool with these values.
+std::string turning(const std::string &unit, const std::string &geometry, const std::string &holder = "")
+{
+    return R"("type":"turning general","unit":")" + unit + R"(","description":"T","geometry":{)" + geometry +
+           R"(},"holder":{)" + holder + "}";
+}
+
+struct Row {
+    const char *members;
+    const char *name;
+};
+
+} // namespace
+
+TEST(ToolNameGenerator, RotatingToolsHaveTheirDimensions)
+{
+    const Row rows[] = {
+        {R"("type":"bull nose end mill","unit":"millimeters","post-process":{"number":3},"geometry":{"DC":10,"RE":0.5},)"
+         R"("description":"Bull nose")",
+         "3 - ∅10mm R0.5mm (Bull nose)"},
+        {R"("type":"drill","unit":"millimeters","geometry":{"DC":10,"SIG":118},"description":"Drill")",
+         "∅10mm 118° (Drill)"},
+        {R"("type":"drill","unit":"millimeters","geometry":{"DC":10,"SIG":0},"description":"Flat")", "∅10mm (Flat)"},
+        {R"("type":"drill","unit":"millimeters","geometry":{"DC":0},"description":"D")", "∅0mm (D)"},
+        {R"("type":"drill","unit":"millimeters","geometry":{"DC":10.5},"description":"D")", "∅10.5mm (D)"},
+        {R"("type":"drill","unit":"millimeters","geometry":{"DC":100},"description":"D")", "∅100mm (D)"},
+        {R"("type":"drill","unit":"millimeters","geometry":{"DC":-2},"description":"D")", "∅-2mm (D)"},
+        {R"("type":"drill","unit":"inches","geometry":{"DC":0.5},"description":"D")", "∅1/2\" (D)"},
+        {R"("type":"drill","unit":"inches","geometry":{"DC":1.5},"description":"D")", "∅1-1/2\" (D)"},
+        {R"("type":"drill","unit":"inches","geometry":{"DC":0.123456},"description":"D")", "∅0.12346\" (D)"},
+        {R"("type":"drill","unit":"inches","geometry":{"DC":2},"description":"D")", "∅2\" (D)"},
+        {R"("type":"probe","unit":"millimeters","geometry":{"DC":6},"description":"P")", "∅6mm (P)"},
+        {R"("type":"drill","unit":"millimeters","description":"Bare")", "Bare"},
+        {R"("type":"drill","unit":"millimeters")", "Drill"},
+        {R"("type":"drill","unit":"millimeters","geometry":{"DC":3})", "∅3mm (Drill)"},
+        {R"("type":"drill","post-process":{"number":0},"description":"D")", "D"},
+        {R"("type":"drill","post-process":{"number":-4},"description":"D")", "-4 - D"},
+    };
+    for (const Row &row : rows)
+        EXPECT_EQ(nameOf(row.members), row.name) << row.members;
+}
+
+TEST(ToolNameGenerator, OtherToolsHaveTheirDescription)
+{
+    const Row rows[] = {
+        {R"("type":"turning grooving","unit":"millimeters","geometry":{"DC":3,"RE":1},"description":"Groover")",
+         "Groover"},
+        {R"("type":"turning threading","post-process":{"number":7},"description":"Threader")", "7 - Threader"},
+        {R"("type":"holder","description":"BT40")", "BT40"},
+        {R"("type":"laser cutter","geometry":{"DC":3},"description":"Laser")", "Laser"},
+    };
+    for (const Row &row : rows)
+        EXPECT_EQ(nameOf(row.members), row.name) << row.members;
+}
+
+TEST(ToolNameGenerator, TurningToolsHaveTheDesignationsOfInsertAndHolder)
+{
+    const std::string cnmg = R"("SC":"C","RA":0,"TC":"M","SCTY":"G","INSD":12.7,"S":4.76,"RE":0.8)";
+    const std::string inch = R"("SC":"C","RA":0,"TC":"M","SCTY":"G","INSD":0.5,"S":0.1875,"RE":0.03125)";
+    const std::string right = R"("HAND":"R","THSC":"L","MTP":"P")";
+    const struct {
+        std::string members;
+        const char *name;
+    } rows[] = {
+        {turning("millimeters", cnmg, right), "CNMG120408 - PCLN-R (T)"},
+        {turning("inches", inch, right), "CNMG432 - PCLN-R (T)"},
+        {turning("millimeters", cnmg), "CNMG120408 (T)"},
+        {turning("millimeters", R"("SC":"C")", right), "PCL-R (T)"}, // without a relief angle the holder stands alone
+        {turning("millimeters", "", right), "PL-R (T)"},
+        {turning("millimeters", "", R"("HAND":"L")"), "--L (T)"},
+        {turning("millimeters", ""), "T"},
+        {turning("millimeters", cnmg, R"("HAND":"X","THSC":"L")"), "CNMG120408 (T)"},
+        {turning("millimeters", cnmg, R"("HAND":"r","THSC":"L")"), "CNMG120408 (T)"},
+        {turning("millimeters", cnmg, R"("HAND":"Neutral","THSC":"boring bar f","MTP":"S")"),
+         "CNMG120408 - SCFN-N (T)"},
+        {turning("millimeters", cnmg, R"("HAND":"R","THSC":"offset profile")"), "CNMG120408 - C-N-R (T)"},
+        {turning("millimeters", R"("SC":"W","RA":7,"INSD":99,"S":99,"RE":99)"), "WC?????? (T)"},
+        {turning("millimeters", R"("SC":"C","RA":8,"INSD":12.7,"S":4.76,"RE":0.8)"), "C?120408 (T)"},
+        {turning("millimeters", R"("SC":"R","RA":0,"INSD":12.7,"S":4.76,"RE":6.35)"), "RN1204M0 (T)"},
+        {turning("millimeters", R"("SC":"C","RA":0,"INSD":12.8959,"SIZE_SPECIFICATION_MODE":"CE","S":4.76,"RE":0.8)"),
+         "CN120408 (T)"},
+        {turning("millimeters", R"("SC":"C","RA":0,"INSD":12.8959,"SIZE_SPECIFICATION_MODE":"ce","S":4.76,"RE":0.8)"),
+         "CN??0408 (T)"},
+        {turning("millimeters", R"("SC":"groove square","RA":0)", right), "PLN-R (T)"}, // no shape letter
+    };
+    for (const auto &row : rows)
+        EXPECT_EQ(nameOf(row.members), row.name) << row.members;
+}
+
+TEST(ToolNameGenerator, CustomInsertsAndHoldersHaveTheirSizes)
+{
+    const struct {
+        std::string members;
+        const char *name;
+    } rows[] = {
+        {turning("millimeters", R"("SC":"custom","EPSR":55,"RE":0.4,"INSD":12.7,"SIZE_SPECIFICATION_MODE":"IC")"),
+         "55° 0.4mm - ∅12.7mm (T)"},
+        {turning("millimeters", R"("SC":"custom","EPSR":55.678,"RE":0.4,"INSD":12.7,"SIZE_SPECIFICATION_MODE":"CE")"),
+         "55.68° 0.4mm - L12.7mm (T)"},
+        {turning("inches", R"("SC":"custom","EPSR":80,"RE":0.03125,"INSD":0.5,"SIZE_SPECIFICATION_MODE":"IC")"),
+         "80° 1/32\" - ∅1/2\" (T)"},
+        {turning("millimeters", R"("SC":"something else")"), "0° 0mm - L0mm (T)"}, // an unknown insert is a custom one
+        {turning("millimeters", "", R"("HAND":"R","THSC":"custom","tool_leadingAngle":93,"tool_trailingAngle":3)"),
+         "Leading angle: 93°, Trailing angle: 3° - R (T)"},
+        {turning("millimeters", "", R"("HAND":"L","THSC":"custom","tool_leadingAngle":93.25)"),
+         "Leading angle: 93.3° - L (T)"},
+        {turning("millimeters", "", R"("HAND":"N","THSC":"custom")"), "Leading angle: 0° - N (T)"},
+    };
+    for (const auto &row : rows)
+        EXPECT_EQ(nameOf(row.members), row.name) << row.members;
+}
+
+TEST(ToolNameGenerator, NamesAreInTheLanguageOfTheCountry)
+{
+    LocaleRegistry::addCatalogue("xx", {{"Leading angle", "Einstellwinkel"}, {"Drill", "Bohrer"}});
+    EXPECT_EQ(nameOf(R"("type":"drill")", L"xx"), "Bohrer");
+    EXPECT_EQ(nameOf(R"("type":"drill")", L"zz"), "Drill");
+    EXPECT_EQ(nameOf(turning("millimeters", "", R"("HAND":"R","THSC":"custom")"), L"xx"), "Einstellwinkel: 0° - R (T)");
+    LocaleRegistry::setCountry("xx");
+    const IndexedTool tool(Tool::fromJson(toolText(1, R"("type":"drill")")));
+    EXPECT_EQ(ToolNameGenerator::generateName(tool), L"Bohrer");
+    EXPECT_EQ(tool.getName(), L"Bohrer");
+    LocaleRegistry::setCountry("en");
+    EXPECT_EQ(tool.getName(), L"Bohrer") << "a name is made once";
+}
