@@ -1,5 +1,7 @@
 #include "platform/tool/LibraryMetadataIndex.h"
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace Varn::ToolLibraries {
@@ -8,6 +10,12 @@ LibraryMetadataNode *LibraryMetadataIndex::find(const ToolLibraryLocator &url) c
 {
     const auto found = m_nodes.find(url);
     return found == m_nodes.end() ? nullptr : found->second.front();
+}
+
+LibraryMetadataNode *LibraryMetadataIndex::findLast(const ToolLibraryLocator &url) const
+{
+    const auto found = m_nodes.find(url);
+    return found == m_nodes.end() ? nullptr : found->second.back();
 }
 
 void LibraryMetadataIndex::add(Nodes &siblings, Nodes::iterator place)
@@ -51,7 +59,9 @@ void LibraryMetadataIndex::replaceMetadata(Node &node, std::shared_ptr<LibraryMe
 void LibraryMetadataIndex::removeUrl(const Node &node)
 {
     const auto found = m_nodes.find(node.m_metadata->url());
-    std::erase(found->second, &node);
+    // From the back: an erase takes the last first, so that it is not slow where many nodes share the URL.
+    const auto last = std::ranges::find(found->second.rbegin(), found->second.rend(), &node);
+    found->second.erase(std::prev(last.base()));
     if (found->second.empty())
         m_nodes.erase(found);
 }

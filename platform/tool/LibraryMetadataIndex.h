@@ -19,6 +19,9 @@ public:
     /// The node with that URL, the first that was added when there are several; null for none.
     Node *find(const ToolLibraryLocator &url) const;
 
+    /// The one of them that was added last.
+    Node *findLast(const ToolLibraryLocator &url) const;
+
     /// Enters the node at \a place of \a siblings with all that is below it.
     void add(Nodes &siblings, Nodes::iterator place);
 

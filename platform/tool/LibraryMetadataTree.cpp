@@ -127,7 +127,7 @@ void LibraryMetadataTree::erase(const ToolLibraryLocator &url)
 {
     // The one given may go with its node.
     const ToolLibraryLocator wanted = url; // NOLINT(performance-unnecessary-copy-initialization)
-    while (Node *const node = find(wanted)) {
+    while (Node *const node = m_forest->index.findLast(wanted)) {
         m_forest->index.remove(*node);
         node->m_siblings->erase(node->m_self);
     }

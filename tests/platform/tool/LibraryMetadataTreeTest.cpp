@@ -389,4 +389,16 @@ TEST(LibraryMetadataTreeTest, TenThousandLibrariesUnderOneFolderComeAndGo)
     EXPECT_FALSE(tree.contains(at(L"9998")));
 }
 
+TEST(LibraryMetadataTreeTest, TwoHundredThousandNodesOfOneUrlComeAndGo)
+{
+    LibraryMetadataTree tree;
+    tree.insert(metadata(L"a"));
+    const Node *first = &tree.insert(metadata(L"same", L"a"));
+    for (int i = 1; i < 200'000; ++i)
+        tree.insert(metadata(L"same", L"a"));
+    EXPECT_EQ(tree.find(at(L"same")), first);
+    tree.erase(at(L"same"));
+    EXPECT_THAT(urlsOf(tree), ElementsAre(L"a"));
+}
+
 } // namespace Varn::ToolLibraries
