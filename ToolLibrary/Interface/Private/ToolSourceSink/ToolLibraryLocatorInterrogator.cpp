@@ -5,7 +5,7 @@
 
 #include <algorithm>
 #include <cctype>
-#include <map>
+#include <string_view>
 #include <utility>
 
 namespace Varn::ToolLibraries {
@@ -132,7 +132,16 @@ ToolLibraryLocatorInterrogator::FileExtension ToolLibraryLocatorInterrogator::ur
 ToolLibraryLocatorInterrogator::FileExtension ToolLibraryLocatorInterrogator::localFileExtension() const
 {
     VARN_ASSERT(isFilePath());
-    static const std::map<std::wstring, FileExtension> extensions{
+    std::wstring extension = FileSystem::getExtension(filePath());
+    std::ranges::transform(extension, extension.begin(), [](wchar_t character) {
+        return character < 128 ? static_cast<wchar_t>(std::tolower(static_cast<int>(character))) : character;
+    });
+    // Plain rows, which no end of the process takes from a load that is still under way.
+    struct Row {
+        std::wstring_view text;
+        FileExtension extension;
+    };
+    static constexpr Row rows[] = {
         {L".zetlib", FileExtension::Zet},
         {L".json", FileExtension::Json},
         {L".tools", FileExtension::Tools},
@@ -143,12 +152,8 @@ ToolLibraryLocatorInterrogator::FileExtension ToolLibraryLocatorInterrogator::lo
         {L".dat", FileExtension::UnigraphicsNX},
         {L".zip", FileExtension::Zip},
     };
-    std::wstring extension = FileSystem::getExtension(filePath());
-    std::ranges::transform(extension, extension.begin(), [](wchar_t character) {
-        return character < 128 ? static_cast<wchar_t>(std::tolower(static_cast<int>(character))) : character;
-    });
-    const auto found = extensions.find(extension);
-    return found == extensions.end() ? FileExtension::Unknown : found->second;
+    const auto *found = std::ranges::find(rows, extension, &Row::text);
+    return found == std::end(rows) ? FileExtension::Unknown : found->extension;
 }
 
 } // namespace Varn::ToolLibraries
