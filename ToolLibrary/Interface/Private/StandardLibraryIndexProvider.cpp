@@ -30,6 +30,12 @@ void insert(LibraryMetadataTree &index, const QString &name, Type type, const To
     index.insert(std::make_shared<LibraryMetadata>(name.toStdWString(), type, url, std::move(parent), readOnly));
 }
 
+/// Asks the disk only about links: it looks at each folder on the way, which takes long for deep ones.
+QString realPathOf(const QFileInfo &entry, const QString &realFolder)
+{
+    return entry.isSymLink() ? entry.canonicalFilePath() : QDir(realFolder).filePath(entry.fileName());
+}
+
 /// Where this person may not write, the rest of the tree is there all the same.
 void makeDefaultLocalLibrary()
 {
@@ -83,8 +89,7 @@ void StandardLibraryIndexProvider::addCloudNodes(LibraryMetadataTree &index) con
     const ToolLibraryUrl cloudFolderUrl(QString(), ToolLibraryUrl::Cloud);
     VARN_ASSERT(cloudFolderUrl.isCloudRootFolder());
     const bool rootReadOnly = cloudFolderUrl.isCloudFolder() && !hasWritePermission(cloudFolderUrl);
-    Listing listing{index, true, rootReadOnly};
-    addToIndexRecursive(cloudFolderUrl, ToolLibraryLocator::UserLibrariesFolder, listing);
+    addRoot(cloudFolderUrl, {index, true, rootReadOnly});
 }
 
 void StandardLibraryIndexProvider::addLocalNodes(LibraryMetadataTree &index) const
@@ -94,16 +99,14 @@ void StandardLibraryIndexProvider::addLocalNodes(LibraryMetadataTree &index) con
     makeDefaultLocalLibrary();
     const ToolLibraryUrl localFolderUrl(QStringLiteral("Local"), ToolLibraryUrl::Local);
     VARN_ASSERT(localFolderUrl.isLocalRootFolder());
-    Listing listing{index, true, false};
-    addToIndexRecursive(localFolderUrl, ToolLibraryLocator::UserLibrariesFolder, listing);
+    addRoot(localFolderUrl, {index, true, false});
 }
 
 void StandardLibraryIndexProvider::addSampleNodes(LibraryMetadataTree &index) const
 {
     const ToolLibraryUrl systemFolderUrl(QStringLiteral("Samples"), ToolLibraryUrl::System);
     VARN_ASSERT(systemFolderUrl.isSamplesRootFolder());
-    Listing listing{index, false, true};
-    addToIndexRecursive(systemFolderUrl, ToolLibraryLocator::UserLibrariesFolder, listing);
+    addRoot(systemFolderUrl, {index, false, true});
     if (!FeatureFlagCheck::isAdditiveTechDED())
         removeDepositingSampleLibraries(index);
 }
@@ -113,8 +116,14 @@ void StandardLibraryIndexProvider::removeDepositingSampleLibraries(LibraryMetada
     index.erase(ToolLibraryUrl(QStringLiteral("Samples/Depositing Tools.json"), ToolLibraryUrl::System));
 }
 
+void StandardLibraryIndexProvider::addRoot(const ToolLibraryUrl &root, Listing listing) const
+{
+    const QString realPath = QFileInfo(root.fullFilePath()).canonicalFilePath();
+    addToIndexRecursive(root, ToolLibraryLocator::UserLibrariesFolder, realPath, listing);
+}
+
 void StandardLibraryIndexProvider::addToIndexRecursive(const ToolLibraryUrl &url, const ToolLibraryLocator &parent,
-                                                       Listing &listing) const
+                                                       const QString &realPath, Listing &listing) const
 {
     const Type type = url.isLibrary() ? Type::Library : Type::Folder;
     const bool readOnly = isReadOnlyCloudAsset(url, listing.readOnly) || url.protocol() == ToolLibraryUrl::System;
@@ -122,7 +131,6 @@ void StandardLibraryIndexProvider::addToIndexRecursive(const ToolLibraryUrl &url
     if (type == Type::Library)
         return;
     // A link to a folder is followed, unless it leads to one that is being listed: that would never end.
-    const QString realPath = QFileInfo(url.fullFilePath()).canonicalFilePath();
     if (realPath.isEmpty() || listing.ancestors.contains(realPath))
         return;
     listing.ancestors.append(realPath);
@@ -142,7 +150,7 @@ void StandardLibraryIndexProvider::addEntries(const ToolLibraryUrl &folder, List
             continue;
         const ToolLibraryUrl child = folder.makeChildUrl(entry.fileName());
         if (entry.isDir() || child.isLibrary()) // the name of a file can make it none: one with a newline
-            addToIndexRecursive(child, folder, listing);
+            addToIndexRecursive(child, folder, realPathOf(entry, listing.ancestors.last()), listing);
     }
 }
 

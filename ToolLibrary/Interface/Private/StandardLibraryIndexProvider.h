@@ -44,7 +44,9 @@ private:
     void addSampleNodes(LibraryMetadataTree &index) const;
     void addVendorNodes(LibraryMetadataTree &index) const;
 
-    void addToIndexRecursive(const ToolLibraryUrl &url, const ToolLibraryLocator &parent, Listing &listing) const;
+    void addRoot(const ToolLibraryUrl &root, Listing listing) const;
+    void addToIndexRecursive(const ToolLibraryUrl &url, const ToolLibraryLocator &parent, const QString &realPath,
+                             Listing &listing) const;
     void addEntries(const ToolLibraryUrl &folder, Listing &listing) const;
     static void addVendorNodes(LibraryMetadataTree &index, const QString &rootUrl, const QString &path,
                                const QString &name);

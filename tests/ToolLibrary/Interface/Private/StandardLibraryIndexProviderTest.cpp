@@ -3,6 +3,7 @@
 #include "support/FakePlatformLibraries.h"
 #include "support/IndexNodes.h"
 #include "support/LibraryFile.h"
+#include "support/Rights.h"
 #include "support/TestPaths.h"
 
 #include "ToolLibrary/CamDocuments.h"
@@ -13,6 +14,9 @@
 #include <gmock/gmock.h>
 
 #include <QFile>
+
+#include <filesystem>
+#include <fstream>
 
 using namespace TestSupport;
 using namespace Varn::ToolLibraries;
@@ -146,6 +150,61 @@ TEST_F(StandardLibraryIndexProviderTest, WhatCannotBeReadHasNoChildren)
 {
     EXPECT_THAT(below("systemlibraryroot://Samples"),
                 ElementsAre("systemlibraryroot://Samples Quillon Library (read-only)"));
+}
+
+TEST_F(StandardLibraryIndexProviderTest, AFolderThatMayNotBeReadIsThereWithoutChildren)
+{
+    writeFile(m_paths.local(u"Local/Library.json"), libraryText({}));
+    writeFile(m_paths.local(u"Local/closed/a.json"), libraryText({}));
+    writeFile(m_paths.local(u"Local/unlisted/b.json"), libraryText({}));
+    letEveryoneIn({m_paths.loose(u""), m_paths.local(u""), m_paths.local(u"Local")});
+    const QString closed = m_paths.local(u"Local/closed");
+    const QString unlisted = m_paths.local(u"Local/unlisted");
+    ASSERT_EQ(chmod(qPrintable(closed), 0), 0);
+    ASSERT_EQ(chmod(qPrintable(unlisted), 0111), 0);
+    {
+        const AsNobody nobody;
+        const std::string root = "toollibraryroot://Local";
+        EXPECT_THAT(below(root),
+                    ElementsAre(root + " Local", "  " + root + "/closed closed", "  " + root + "/unlisted unlisted",
+                                "  " + root + "/Library.json Library"));
+    }
+    letEveryoneIn({closed, unlisted});
+    EXPECT_THAT(m_asserts.messages(), IsEmpty());
+}
+
+TEST_F(StandardLibraryIndexProviderTest, WhatOnlyLooksLikeALibraryIsOneOfTheTreeAllTheSame)
+{
+    QDir().mkpath(m_paths.local(u"Local/folder.json/inside"));
+    ASSERT_TRUE(QFile::link(m_paths.local(u"nowhere.json"), m_paths.local(u"Local/broken.json")));
+    ASSERT_EQ(mkfifo(qPrintable(m_paths.local(u"Local/pipe.json")), 0600), 0);
+    const std::string root = "toollibraryroot://Local";
+    EXPECT_THAT(below(root), ElementsAre(root + " Local", "  " + root + "/folder.json folder",
+                                         "  " + root + "/Library.json Library"))
+        << "a folder by the name of a library is one, which then fails to load";
+}
+
+TEST_F(StandardLibraryIndexProviderTest, ANameThatIsNoUtf8IsNotListed)
+{
+    const std::string folder = m_paths.local(u"Local").toStdString();
+    QDir().mkpath(m_paths.local(u"Local"));
+    ASSERT_TRUE(std::ofstream(folder + "/latin1 \xfc.json"));
+    ASSERT_EQ(mkdir((folder + "/\xff\xfe").c_str(), 0700), 0);
+    EXPECT_THAT(below("toollibraryroot://Local"),
+                ElementsAre("toollibraryroot://Local Local", "  toollibraryroot://Local/Library.json Library"));
+    std::filesystem::remove_all(folder); // Qt does not see them either
+}
+
+TEST_F(StandardLibraryIndexProviderTest, FoldersMayBeNestedAsDeepAsThePathOfAFileReaches)
+{
+    const QString folder = m_paths.local(u"Local");
+    int depth = 0;
+    for (QString path = folder; path.size() < 4000; path += QStringLiteral("/d")) {
+        ASSERT_TRUE(QDir().mkpath(path));
+        ++depth;
+    }
+    EXPECT_EQ(below("toollibraryroot://Local").size(), static_cast<std::size_t>(depth) + 1);
+    EXPECT_THAT(m_asserts.messages(), IsEmpty());
 }
 
 TEST_F(StandardLibraryIndexProviderTest, ALinkToAFolderAroundItEnds)
