@@ -38,19 +38,23 @@ CamDocuments::~CamDocuments() = default;
 void CamDocuments::refresh()
 {
     VARN_ASSERT_TEXT(Thread::isMainThread(), "VarnDocument::openDocuments is not safe to access from another thread");
-    m_urls.clear();
+    QList<ToolLibraryUrl> urls;
     for (const SafePointer<VarnDocument> &document : VarnDocument::openDocuments())
         if (isValid(document))
-            m_urls.append(urlOf(document));
+            urls.append(urlOf(document));
+    const std::lock_guard lock(m_mutex);
+    m_urls.swap(urls);
 }
 
 SafePointer<VarnDocument> CamDocuments::active() const
 {
+    const std::lock_guard lock(m_mutex);
     return m_active;
 }
 
 void CamDocuments::setActive(SafePointer<VarnDocument> document)
 {
+    const std::lock_guard lock(m_mutex);
     m_active = std::move(document);
 }
 
@@ -67,7 +71,7 @@ SafePointer<VarnDocument> CamDocuments::document(const ToolLibraryUrl &url) cons
 std::vector<SafePointer<VarnDocument>> CamDocuments::documents() const
 {
     std::vector<SafePointer<VarnDocument>> found;
-    for (const ToolLibraryUrl &url : m_urls)
+    for (const ToolLibraryUrl &url : lastUrls())
         if (SafePointer<VarnDocument> open = document(url))
             found.push_back(std::move(open));
     return found;
@@ -77,11 +81,12 @@ LibraryMetadataTree CamDocuments::getIndex() const
 {
     std::vector<LibraryMetadataNode> nodes;
     std::set<std::wstring> taken;
-    for (const ToolLibraryUrl &url : m_urls) {
+    const SafePointer<VarnDocument> activeDocument = active();
+    for (const ToolLibraryUrl &url : lastUrls()) {
         const SafePointer<VarnDocument> open = document(url);
         if (!open)
             continue;
-        const bool isActive = open == m_active;
+        const bool isActive = open == activeDocument;
         const auto metadata = std::make_shared<DocumentLibraryMetadata>(uniqueTitle(open->title(), taken), url,
                                                                         isActive, std::vector<SetupMetadata>{});
         metadata->setParent(ToolLibraryLocator::DocumentsFolder);
@@ -112,9 +117,15 @@ ToolLibraryUrl CamDocuments::urlOf(const SafePointer<VarnDocument> &document)
 QList<QString> CamDocuments::urls() const
 {
     QList<QString> texts;
-    for (const ToolLibraryUrl &url : m_urls)
+    for (const ToolLibraryUrl &url : lastUrls())
         texts.append(url.url());
     return texts;
+}
+
+QList<ToolLibraryUrl> CamDocuments::lastUrls() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_urls;
 }
 
 bool CamDocuments::isValid(const SafePointer<VarnDocument> &document)

@@ -1,7 +1,7 @@
 // CamDocuments.h -- the open documents as the tool library sees them: by URL, with one of them active.
 //
-// The list changes only in refresh(), which runs on the main thread; the other operations may be called on any thread
-// while no refresh is under way.
+// Any thread may ask; refresh() and getIndex(), which look into the documents, run on the main thread. There documents
+// close too, so that is the place to follow the pointers that the others give.
 #pragma once
 
 #include "ToolLibrary/IO/ToolLibraryUrl.h"
@@ -13,6 +13,7 @@
 #include <QList>
 #include <QString>
 
+#include <mutex>
 #include <optional>
 #include <string>
 #include <vector>
@@ -95,8 +96,11 @@ public:
 private:
     static bool isValid(const SafePointer<VarnDocument> &document);
 
-    QList<ToolLibraryUrl> m_urls;
-    SafePointer<VarnDocument> m_active;
+    QList<ToolLibraryUrl> lastUrls() const;
+
+    QList<ToolLibraryUrl> m_urls;       // guarded by m_mutex
+    SafePointer<VarnDocument> m_active; // guarded by m_mutex
+    mutable std::mutex m_mutex;
 };
 
 } // namespace Varn::Tools

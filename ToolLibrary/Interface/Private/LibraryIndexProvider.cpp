@@ -22,15 +22,21 @@ LibraryIndexProvider::~LibraryIndexProvider() = default;
 
 LibraryMetadataTree LibraryIndexProvider::getDocumentLibraries() const
 {
-    if (!m_documents)
+    std::shared_ptr<Tools::CamDocuments> documents;
+    {
+        const std::lock_guard lock(m_mutex);
+        documents = m_documents;
+    }
+    if (!documents)
         return LibraryMetadataTree();
-    const auto read = [documents = m_documents] { return documents->getIndex(); };
+    const auto read = [&documents] { return documents->getIndex(); };
     return TaskDispatcher::runOnThread(read, VarnMainThreadExecutor()).get();
 }
 
 void LibraryIndexProvider::setDocumentIndex(std::shared_ptr<Tools::CamDocuments> documents)
 {
-    m_documents = std::move(documents);
+    const std::lock_guard lock(m_mutex);
+    m_documents.swap(documents); // what was there goes after the lock
 }
 
 void LibraryIndexProvider::addToUserLibraries(LibraryMetadataTree &index, LibraryMetadataTree &&nodes,

@@ -1,11 +1,12 @@
 // LibraryIndexProvider.h -- builds the tree of folders and libraries that a person sees. This one knows the open
-// documents only; a host may hand in one with more. One call at a time.
+// documents only; a host may hand in one with more. Any thread.
 #pragma once
 
 #include "ToolLibrary/ToolLibraryExport.h"
 #include "platform/tool/LibraryMetadataTree.h"
 
 #include <memory>
+#include <mutex>
 
 namespace Varn::Tools {
 class CamDocuments;
@@ -40,7 +41,8 @@ protected:
     static std::shared_ptr<LibraryMetadata> allNode();
 
 private:
-    std::shared_ptr<Tools::CamDocuments> m_documents;
+    std::shared_ptr<Tools::CamDocuments> m_documents; // guarded by m_mutex
+    mutable std::mutex m_mutex;
 };
 
 } // namespace Varn::ToolLibraries

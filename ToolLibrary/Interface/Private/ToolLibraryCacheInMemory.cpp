@@ -5,6 +5,7 @@
 #include "ToolLibrary/Interface/Private/Hub/HubToolLibrary.h"
 #include "ToolLibrary/Interface/Private/LibraryIndexProvider.h"
 #include "ToolLibrary/Interface/Private/LoadThreads.h"
+#include "ToolLibrary/Interface/Private/TaskDispatcher.h"
 #include "ToolLibrary/Interface/Private/ToolSourceSink/ToolSourceLoader.h"
 #include "platform/hub/ToolLibraryWrappers.h"
 #include "platform/tool/Exception.h"
@@ -171,10 +172,14 @@ void ToolLibraryCacheInMemory::setDocumentIndex(std::shared_ptr<Tools::CamDocume
 
 void ToolLibraryCacheInMemory::refreshDocumentLibraries()
 {
-    LibraryMetadataTree documents = m_indexProvider->getDocumentLibraries();
-    const std::unique_lock lock(m_mutex);
-    m_index.erase(ToolLibraryLocator::DocumentsFolder);
-    LibraryIndexProvider::addToUserLibraries(m_index, std::move(documents), InsertionPosition::Front);
+    // One job of the main thread, so that of two refreshes the one that reads later also writes later.
+    const auto refresh = [this] {
+        LibraryMetadataTree documents = m_indexProvider->getDocumentLibraries();
+        const std::unique_lock lock(m_mutex);
+        m_index.erase(ToolLibraryLocator::DocumentsFolder);
+        LibraryIndexProvider::addToUserLibraries(m_index, std::move(documents), InsertionPosition::Front);
+    };
+    TaskDispatcher::runOnThread(refresh, VarnMainThreadExecutor()).get();
 }
 
 std::optional<std::chrono::system_clock::time_point> ToolLibraryCacheInMemory::getHubLastSyncTime() const

@@ -8,6 +8,7 @@
 #include "ToolLibrary/Interface/Private/LoadThreads.h"
 #include "ToolLibrary/Interface/Private/StandardLibraryIndexProvider.h"
 #include "ToolLibrary/Interface/Private/ToolSourceSink/DiskLibrary.h"
+#include "platform/core/VarnApplication.h"
 #include "platform/core/VarnDocument.h"
 #include "platform/utils/Abortable.h"
 
@@ -299,6 +300,45 @@ TEST_F(ToolLibraryCacheInMemoryTest, WithoutADocumentIndexARefreshLeavesNoDocume
     ToolLibraryCacheInMemory cache(m_provider);
     cache.refreshDocumentLibraries();
     EXPECT_FALSE(cache.libraryIndex().contains(ToolLibraryLocator::DocumentsFolder));
+}
+
+TEST_F(ToolLibraryCacheInMemoryTest, DocumentsAreInTheTreeAsSoonAsTheyAreRead)
+{
+    // Else of two refreshes the one that read earlier could put its documents in later.
+    const auto bracket = Varn::VarnDocument::create(L"Bracket");
+    ToolLibraryCacheInMemory cache(m_provider);
+    cache.setDocumentIndex(std::make_shared<CamDocuments>());
+    for (int round = 0; round < 20; ++round) {
+        const std::jthread other([&] { cache.refreshDocumentLibraries(); });
+        while (Varn::VarnApplication::pumpMainThread() == 0)
+            std::this_thread::yield();
+        ASSERT_TRUE(cache.libraryIndex().contains(CamDocuments::urlOf(*bracket))) << round;
+        cache.setDocumentIndex(nullptr);
+        const std::jthread remover([&] { cache.refreshDocumentLibraries(); });
+        while (cache.libraryIndex().contains(ToolLibraryLocator::DocumentsFolder))
+            Varn::VarnApplication::pumpMainThread();
+        cache.setDocumentIndex(std::make_shared<CamDocuments>());
+    }
+}
+
+TEST_F(ToolLibraryCacheInMemoryTest, DocumentsMayBeReplacedWhileTheyAreRead)
+{
+    const auto bracket = Varn::VarnDocument::create(L"Bracket");
+    ToolLibraryCacheInMemory cache(m_provider);
+    const std::shared_ptr<CamDocuments> documents[] = {std::make_shared<CamDocuments>(),
+                                                       std::make_shared<CamDocuments>()};
+    cache.setDocumentIndex(documents[0]);
+    std::atomic<bool> end{false};
+    const std::jthread other([&] {
+        for (int round = 0; round < 20'000; ++round) {
+            cache.setDocumentIndex(documents[round % 2]);
+            documents[0]->setActive(round % 2 ? bracket.get() : nullptr);
+        }
+        end = true;
+    });
+    while (!end)
+        cache.refreshDocumentLibraries();
+    EXPECT_TRUE(cache.libraryIndex().contains(CamDocuments::urlOf(*bracket)));
 }
 
 TEST_F(ToolLibraryCacheInMemoryTest, TheTreeMayBeReadWhileItChanges)
