@@ -68,7 +68,8 @@ void ToolLibraryCacheInMemory::initialLoad()
     m_initialLoadTask = std::make_shared<AbortableImpl>();
     m_index = m_indexProvider->libraryIndex();
     m_libraries = startLoadingLibraries(m_index, m_initialLoadTask);
-    HubToolLibrariesLoader::startLoadingAndAppendLibraries(m_index, m_libraries, m_hubFolders, m_initialLoadTask);
+    HubToolLibrariesLoader::startLoadingAndAppendLibraries(m_index, m_libraries, m_hubFolders, m_initialLoadTask,
+                                                           m_isWanted);
 }
 
 ToolLibraryCacheInMemory::Libraries

@@ -48,13 +48,15 @@ void HubToolLibrariesLoader::createHubLibraryAndAddNodes(LibraryMetadataTree &tr
 void HubToolLibrariesLoader::startLoadingAndAppendLibraries(LibraryMetadataTree &tree, Libraries &libraries,
                                                             const std::shared_ptr<Abortable> &abortable)
 {
+    static const auto &forEver = *new std::shared_ptr<const bool>(std::make_shared<const bool>(true));
     HubFolders unused;
-    startLoadingAndAppendLibraries(tree, libraries, unused, abortable);
+    startLoadingAndAppendLibraries(tree, libraries, unused, abortable, forEver);
 }
 
 void HubToolLibrariesLoader::startLoadingAndAppendLibraries(LibraryMetadataTree &tree, Libraries &libraries,
                                                             HubFolders &hubFolders,
-                                                            const std::shared_ptr<Abortable> &abortable)
+                                                            const std::shared_ptr<Abortable> &abortable,
+                                                            const std::weak_ptr<const void> &wanted)
 {
     if (!isEnabled() || !abortable || abortable->isAborted())
         return;
@@ -68,20 +70,23 @@ void HubToolLibrariesLoader::startLoadingAndAppendLibraries(LibraryMetadataTree 
             continue;
         hubFolders[url] = id;
         if (url.isHubLibrary())
-            libraries[url] = loadHubLibraryAsync(id, abortable).share();
+            libraries[url] = loadHubLibraryAsync(id, abortable, wanted).share();
     }
 }
 
 // The future is none of std::async, whose end would wait for the hub.
 std::future<std::shared_ptr<DiskLibrary>>
-HubToolLibrariesLoader::loadHubLibraryAsync(const std::string &id, const std::shared_ptr<Abortable> &abortable)
+HubToolLibrariesLoader::loadHubLibraryAsync(const std::string &id, const std::shared_ptr<Abortable> &abortable,
+                                            const std::weak_ptr<const void> &wanted)
 {
     const auto promise = std::make_shared<std::promise<std::shared_ptr<DiskLibrary>>>();
     auto libraryFuture = promise->get_future();
     VARN_ASSERT(libraryFuture.valid());
     try {
         checkTaskAborted(*abortable);
-        LoadThreads::ofHub().start([id, abortable, promise] {
+        LoadThreads::ofHub().start([id, abortable, wanted, promise] {
+            if (wanted.expired())
+                return;
             try {
                 promise->set_value(loadHubLibraryContents(id, *abortable));
             } catch (...) {

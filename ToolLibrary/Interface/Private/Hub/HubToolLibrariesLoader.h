@@ -41,13 +41,16 @@ public:
     static void startLoadingAndAppendLibraries(LibraryMetadataTree &tree, Libraries &libraries,
                                                const std::shared_ptr<Abortable> &abortable);
 
-    /// The same, and notes the identifier of each hub folder and hub library on the way.
+    /// The same, and notes the identifier of each hub folder and hub library on the way. Loads that have not begun when
+    /// \a wanted expires are dropped.
     static void startLoadingAndAppendLibraries(LibraryMetadataTree &tree, Libraries &libraries, HubFolders &hubFolders,
-                                               const std::shared_ptr<Abortable> &abortable);
+                                               const std::shared_ptr<Abortable> &abortable,
+                                               const std::weak_ptr<const void> &wanted);
 
 private:
     static std::future<std::shared_ptr<DiskLibrary>> loadHubLibraryAsync(const std::string &id,
-                                                                         const std::shared_ptr<Abortable> &abortable);
+                                                                         const std::shared_ptr<Abortable> &abortable,
+                                                                         const std::weak_ptr<const void> &wanted);
     static std::shared_ptr<DiskLibrary> loadHubLibraryContents(const std::string &id, const Abortable &abortable);
     static bool isEnabled();
     static void checkTaskAborted(const Abortable &abortable);

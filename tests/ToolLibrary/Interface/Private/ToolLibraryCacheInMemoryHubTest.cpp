@@ -308,3 +308,28 @@ TEST_F(ToolLibraryCacheHubTest, TheTreeCanBeReadWhileTheHubThinks)
     m_cache->refreshCache(items);
     EXPECT_TRUE(seen);
 }
+
+TEST_F(ToolLibraryCacheHubTest, LoadsThatHaveNotBegunDieWithTheCache)
+{
+    const int threads = static_cast<int>(LoadThreads::ofHub().maximum());
+    for (int i = 0; i < threads; ++i) {
+        const std::wstring url = L"hub://p/" + std::to_wstring(i) + L".hub";
+        m_hub->tree.insert(node(L"more", Type::Library, url, L"hub://p", "more-id"));
+    }
+    std::promise<void> answer;
+    const std::shared_future<void> answered = answer.get_future().share();
+    std::atomic<int> listings{0};
+    m_hub->meanwhile = [&listings, answered](const std::string &operation) {
+        if (operation != "listTools")
+            return;
+        ++listings;
+        answered.wait();
+    };
+    makeCache();
+    while (listings < threads)
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    m_cache.reset();
+    answer.set_value();
+    waitForLoads();
+    EXPECT_EQ(listings, threads);
+}

@@ -206,7 +206,7 @@ TEST_F(HubToolLibrariesLoaderTest, AnEarlierEntryIsReplacedAndOthersStay)
 TEST_F(HubToolLibrariesLoaderTest, IdentifiersOfFoldersAndLibrariesAreNotedOnRequest)
 {
     Loader::HubFolders folders;
-    Loader::startLoadingAndAppendLibraries(m_tree, m_libraries, folders, m_abortable);
+    Loader::startLoadingAndAppendLibraries(m_tree, m_libraries, folders, m_abortable, m_abortable);
     EXPECT_THAT(keysOf(folders), ElementsAre("hub://p", "hub://p/a.hub", "hub://p/f", "hub://p/f/b.hub"));
     EXPECT_EQ(folders.at(urlOf("hub://p/f")), "f-id");
     EXPECT_EQ(folders.at(urlOf("hub://p/a.hub")), "a-id");
