@@ -41,7 +41,7 @@ public:
     // The tree, as the local cache knows it.
 
     /// The hub's folders and libraries as one tree, whose root is ToolLibraryLocator::HubsFolder; each node below it
-    /// has its folderId(). Empty for a person without a hub.
+    /// has its folderId(). Empty for a person without a hub. The caller may change the nodes: nobody else has them.
     virtual Result<ToolLibraries::LibraryMetadataTree> index() const = 0;
 
     /// Sees to it that the hub has a place for libraries, and adds the nodes of index() that \a tree lacks; the root,
@@ -78,7 +78,7 @@ public:
     /// The nodes right below ToolLibraryLocator::HubsFolder, which hold everything else.
     virtual LibrariesPlatform::HubLibraryRefreshResult fetchLibraryNodes() = 0;
 
-    /// All other nodes, and the tools of the libraries among them.
+    /// All other nodes, in any order, and the tools of the libraries among them.
     virtual LibrariesPlatform::HubLibraryRefreshResult fetchItems() = 0;
 
     /// When the local cache last agreed with the service; nothing before the first time.

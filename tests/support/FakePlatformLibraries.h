@@ -79,7 +79,7 @@ public:
 
     Result<LibraryMetadataTree> index() const override
     {
-        return begin("index").map([this] { return tree; });
+        return begin("index").map([this] { return LibraryMetadataTree::fromJson(tree.toJson()); }); // nodes of its own
     }
     Result<void> addHubLibraryNodes(LibraryMetadataTree &target) override
     {

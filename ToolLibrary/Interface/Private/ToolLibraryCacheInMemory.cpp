@@ -14,6 +14,7 @@
 
 #include <mutex>
 #include <system_error>
+#include <unordered_map>
 #include <unordered_set>
 #include <utility>
 
@@ -26,13 +27,15 @@ namespace {
 
 constexpr const char *libraryNodesKind = "HUB_BRQLIBRARYNODE";
 
+using Nodes = std::vector<std::shared_ptr<LibraryMetadata>>;
+
 bool hasEnded(const ToolLibraryCacheInMemory::LibraryFuture &library)
 {
     return library.wait_for(std::chrono::seconds(0)) == std::future_status::ready;
 }
 
 /// The libraries among the nodes by the hub's identifier.
-std::map<QString, Tools::ToolLibraryUrl> libraryUrls(const std::vector<std::shared_ptr<LibraryMetadata>> &nodes)
+std::map<QString, Tools::ToolLibraryUrl> libraryUrls(const Nodes &nodes)
 {
     std::map<QString, Tools::ToolLibraryUrl> urls;
     for (const std::shared_ptr<LibraryMetadata> &node : nodes) {
@@ -41,6 +44,51 @@ std::map<QString, Tools::ToolLibraryUrl> libraryUrls(const std::vector<std::shar
             urls[QString::fromStdString(*node->folderId())] = url;
     }
     return urls;
+}
+
+/// Empty for what is no list: Qt would make one of the characters of a text.
+QVariantList toolsOf(const QVariantMap &library)
+{
+    const QVariant tools = library.value(QStringLiteral("tools"));
+    return tools.typeId() == QMetaType::QVariantList ? tools.toList() : QVariantList();
+}
+
+/// The nodes that lie below the hub's root: the hub has no say in the rest of the tree.
+Nodes belowHubRoot(const Nodes &nodes)
+{
+    Nodes below;
+    for (const std::shared_ptr<LibraryMetadata> &node : nodes) {
+        const Tools::ToolLibraryUrl url(node->url());
+        if (url.protocol() == Tools::ToolLibraryUrl::Hub && !url.isHubRootFolder())
+            below.push_back(node);
+    }
+    return below;
+}
+
+/// The same nodes, each behind its parent if that is among them: a node that comes first would end among the roots.
+/// Of those in a circle one is the first.
+Nodes parentsFirst(const Nodes &nodes)
+{
+    std::unordered_map<ToolLibraryLocator, std::size_t> places;
+    for (std::size_t i = 0; i < nodes.size(); ++i)
+        places.emplace(nodes[i]->url(), i);
+    std::vector<bool> isTaken(nodes.size());
+    Nodes ordered;
+    ordered.reserve(nodes.size());
+    for (std::size_t i = 0; i < nodes.size(); ++i) {
+        std::vector<std::size_t> wayUp;
+        for (std::size_t at = i; !isTaken[at];) {
+            isTaken[at] = true;
+            wayUp.push_back(at);
+            const std::optional<ToolLibraryLocator> &parent = nodes[at]->parent();
+            const auto above = parent ? places.find(*parent) : places.end();
+            if (above != places.end())
+                at = above->second;
+        }
+        for (auto at = wayUp.rbegin(); at != wayUp.rend(); ++at)
+            ordered.push_back(nodes[*at]);
+    }
+    return ordered;
 }
 
 } // namespace
@@ -191,15 +239,10 @@ std::optional<std::chrono::system_clock::time_point> ToolLibraryCacheInMemory::g
 
 HubLibraryRefreshResult ToolLibraryCacheInMemory::refreshCache(const std::string &kind)
 {
-    HubFolders oldFolders;
-    {
-        const std::shared_lock lock(m_mutex);
-        oldFolders = m_hubFolders;
-    }
     const auto hub = ToolLibraryWrappers::getPlatformLibrariesInterface();
     if (!hub)
         return HubLibraryRefreshResult(hub.error());
-    return kind == libraryNodesKind ? refreshBRQLibraryNode(**hub) : refreshHubItems(**hub, oldFolders);
+    return kind == libraryNodesKind ? refreshBRQLibraryNode(**hub) : refreshHubItems(**hub);
 }
 
 HubLibraryRefreshResult ToolLibraryCacheInMemory::refreshBRQLibraryNode(IPlatformLibrariesInterface &hub)
@@ -207,10 +250,22 @@ HubLibraryRefreshResult ToolLibraryCacheInMemory::refreshBRQLibraryNode(IPlatfor
     HubLibraryRefreshResult data = hub.fetchLibraryNodes();
     if (!data.hasValue())
         return data;
+    const Nodes nodes = belowHubRoot(data.libraryNodes());
     const std::unique_lock lock(m_mutex);
-    replaceBRQLibraryNodes(data.libraryNodes());
+    if (!nodes.empty() && !m_index.contains(ToolLibraryLocator::HubsFolder))
+        addHubRoot();
+    replaceBRQLibraryNodes(nodes);
     findAndProcessBRQLibraryNode(m_index);
     return data;
+}
+
+/// For a hub that was set after the tree was made.
+void ToolLibraryCacheInMemory::addHubRoot()
+{
+    const ToolLibraryUrl root(ToolLibraryLocator::HubsFolder);
+    m_index.insert(std::make_shared<LibraryMetadata>(root.libraryDisplayName().toStdWString(),
+                                                     LibraryMetadata::Type::Folder, ToolLibraryLocator::HubsFolder,
+                                                     ToolLibraryLocator::UserLibrariesFolder, false));
 }
 
 void ToolLibraryCacheInMemory::replaceBRQLibraryNodes(const Nodes &nodes)
@@ -252,45 +307,44 @@ std::optional<std::string> ToolLibraryCacheInMemory::findAndProcessBRQLibraryNod
     return folderId;
 }
 
-HubLibraryRefreshResult ToolLibraryCacheInMemory::refreshHubItems(IPlatformLibrariesInterface &hub,
-                                                                  const HubFolders &oldFolders)
+HubLibraryRefreshResult ToolLibraryCacheInMemory::refreshHubItems(IPlatformLibrariesInterface &hub)
 {
     const HubLibraryRefreshResult data = hub.fetchItems();
-    if (data.hasError())
+    if (!data.hasValue())
         return data;
-    HubLibraryRefreshResult result = processHubItemsData(data, oldFolders);
+    HubLibraryRefreshResult result = processHubItemsData(data);
     if (data.hasWarnings())
         for (const Ox::StatusCode &code : data.status().getTopLevelStatusCodes())
             result.addWarning(code.message(), code.code());
     return result;
 }
 
-HubLibraryRefreshResult ToolLibraryCacheInMemory::processHubItemsData(const HubLibraryRefreshResult &data,
-                                                                      const HubFolders &oldFolders)
+HubLibraryRefreshResult ToolLibraryCacheInMemory::processHubItemsData(const HubLibraryRefreshResult &data)
 {
-    if (!data.hasValue())
-        return data;
-    const HubLibraries libraries = hubLibraries(data);
+    const Nodes nodes = belowHubRoot(data.libraryNodes());
+    const HubLibraries libraries = hubLibraries(nodes, data.libraryTools());
     const std::unique_lock lock(m_mutex);
-    updateHubFolderCache(data.libraryNodes());
+    // Not those of before the hub was asked: another refresh may have been faster.
+    const HubFolders oldFolders = m_hubFolders;
+    updateHubFolderCache(nodes);
     updateHubLibraryCache(libraries);
-    syncLibraryIndexWithHubChanges(oldFolders, data.libraryNodes());
+    syncLibraryIndexWithHubChanges(oldFolders, nodes);
     return HubLibraryRefreshResult(data.libraryNodes(), data.libraryTools());
 }
 
 /// Those whose node came with them; others are dropped in silence.
-ToolLibraryCacheInMemory::HubLibraries ToolLibraryCacheInMemory::hubLibraries(const HubLibraryRefreshResult &data)
+ToolLibraryCacheInMemory::HubLibraries ToolLibraryCacheInMemory::hubLibraries(const Nodes &nodes,
+                                                                              const QVariantList &libraryTools)
 {
-    const std::map<QString, ToolLibraryUrl> urls = libraryUrls(data.libraryNodes());
+    const std::map<QString, ToolLibraryUrl> urls = libraryUrls(nodes);
     HubLibraries libraries;
-    for (const QVariant &item : data.libraryTools()) {
+    for (const QVariant &item : libraryTools) {
         const QVariantMap map = item.toMap();
         const QString folderId = map.value(QStringLiteral("folderId")).toString();
         const auto url = urls.find(folderId);
         if (url == urls.end())
             continue;
-        const QVariantList tools = map.value(QStringLiteral("tools")).toList();
-        libraries.emplace_back(url->second, std::make_shared<HubToolLibrary>(folderId.toStdString(), tools));
+        libraries.emplace_back(url->second, std::make_shared<HubToolLibrary>(folderId.toStdString(), toolsOf(map)));
     }
     return libraries;
 }
@@ -312,7 +366,8 @@ void ToolLibraryCacheInMemory::updateHubLibraryCache(const HubLibraries &librari
         addToLibraryCache(url, library);
 }
 
-/// A node that stayed keeps what it had; only those that came or went are written.
+/// A node that stayed keeps what it had; only those that came or went are written. Of several new ones with one URL the
+/// last counts, like its identifier.
 void ToolLibraryCacheInMemory::syncLibraryIndexWithHubChanges(const HubFolders &oldFolders, const Nodes &nodes)
 {
     for (const ToolLibraryLocator &locator : m_index.traverseUrls()) {
@@ -321,9 +376,15 @@ void ToolLibraryCacheInMemory::syncLibraryIndexWithHubChanges(const HubFolders &
         if (isOfHub && oldFolders.contains(url) && !m_hubFolders.contains(url))
             m_index.erase(locator);
     }
-    for (const std::shared_ptr<LibraryMetadata> &node : nodes) {
-        if (oldFolders.contains(ToolLibraryUrl(node->url())) && m_index.contains(node->url()))
+    std::unordered_set<ToolLibraryLocator> written;
+    for (const std::shared_ptr<LibraryMetadata> &node : parentsFirst(nodes)) {
+        LibraryMetadataTree::Node *known = m_index.find(node->url());
+        if (known && oldFolders.contains(ToolLibraryUrl(node->url())))
             continue;
+        if (!written.insert(node->url()).second && known) {
+            known->setMetadata(node);
+            continue;
+        }
         m_index.erase(node->url());
         m_index.insert(node);
     }

@@ -87,11 +87,12 @@ private:
 
     // The hub. Those that change something want m_mutex held.
     HubRefreshResult refreshBRQLibraryNode(IPlatformLibrariesInterface &hub);
-    HubRefreshResult refreshHubItems(IPlatformLibrariesInterface &hub, const HubFolders &oldFolders);
-    HubRefreshResult processHubItemsData(const HubRefreshResult &data, const HubFolders &oldFolders);
+    HubRefreshResult refreshHubItems(IPlatformLibrariesInterface &hub);
+    HubRefreshResult processHubItemsData(const HubRefreshResult &data);
+    void addHubRoot();
     void replaceBRQLibraryNodes(const Nodes &nodes);
     std::optional<std::string> findAndProcessBRQLibraryNode(const LibraryMetadataTree &tree);
-    static HubLibraries hubLibraries(const HubRefreshResult &data);
+    static HubLibraries hubLibraries(const Nodes &nodes, const QVariantList &libraryTools);
     void updateHubFolderCache(const Nodes &nodes);
     void updateHubLibraryCache(const HubLibraries &libraries);
     void syncLibraryIndexWithHubChanges(const HubFolders &oldFolders, const Nodes &nodes);

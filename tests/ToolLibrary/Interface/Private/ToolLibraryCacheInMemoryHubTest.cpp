@@ -309,6 +309,147 @@ TEST_F(ToolLibraryCacheHubTest, TheTreeCanBeReadWhileTheHubThinks)
     EXPECT_TRUE(seen);
 }
 
+TEST_F(ToolLibraryCacheHubTest, ARefreshThatOvertookAnotherCounts)
+{
+    makeCache();
+    Nodes more = itemNodes();
+    more.push_back(library(L"hub://p/new.hub", L"hub://p", "new-id"));
+    bool isFirst = true;
+    m_hub->meanwhile = [&](const std::string &operation) {
+        if (operation != "fetchItems" || !std::exchange(isFirst, false))
+            return;
+        m_hub->items = Refresh(more, {contents("new-id", {1})});
+        m_cache->refreshCache(items);
+        m_hub->items = Refresh(itemNodes(), {contents("b-id", {1})});
+    };
+    m_cache->refreshCache(items);
+    EXPECT_FALSE(has("hub://p/new.hub"));
+    EXPECT_THAT(hubUrls(), ElementsAre("hub://", "hub://p", "hub://p/f", "hub://p/f/a.hub", "hub://p/b.hub"));
+}
+
+TEST_F(ToolLibraryCacheHubTest, AResultWithoutAValueComesAsItIs)
+{
+    makeCache();
+    Refresh empty;
+    empty.addWarning(u"slow"_qs, u"W1"_qs);
+    m_hub->items = empty;
+    EXPECT_EQ(m_cache->refreshCache(items).status().getTopLevelStatusCodes().size(), 1u);
+}
+
+TEST_F(ToolLibraryCacheHubTest, AHubThatIsSetLaterGetsItsRoot)
+{
+    const LibraryMetadataTree tree = std::exchange(m_hub->tree, LibraryMetadataTree());
+    makeCache();
+    ASSERT_THAT(hubUrls(), IsEmpty());
+    m_hub->libraryNodes = Refresh(Nodes{folder(L"hub://p", L"hub://", "p-id")});
+    m_hub->items = Refresh(itemNodes(), {contents("a-id", {1})});
+    for (int round = 0; round < 2; ++round) {
+        m_cache->refreshCache(brqNode);
+        m_cache->refreshCache(items);
+        EXPECT_THAT(hubUrls(), ElementsAre("hub://", "hub://p", "hub://p/f", "hub://p/f/a.hub", "hub://p/b.hub"));
+    }
+    const LibraryMetadataTree index = m_cache->libraryIndex();
+    const LibraryMetadataTree::Node *root = index.find(ToolLibraryLocator::HubsFolder);
+    ASSERT_TRUE(root);
+    EXPECT_EQ(root->metadata()->name(), L"Hub Libraries");
+    EXPECT_EQ(root->metadata()->parent(), ToolLibraryLocator::UserLibrariesFolder);
+    EXPECT_EQ(toolsOf("hub://p/f/a.hub"), 1u);
+}
+
+TEST_F(ToolLibraryCacheHubTest, ChildrenMayComeBeforeTheirParents)
+{
+    makeCache();
+    Nodes fetched = itemNodes();
+    fetched.insert(fetched.begin(),
+                   {library(L"hub://p/g/h/c.hub", L"hub://p/g/h", "c-id"), folder(L"hub://p/g/h", L"hub://p/g", "h-id"),
+                    folder(L"hub://p/g", L"hub://p", "g-id")});
+    m_hub->items = Refresh(fetched, {});
+    EXPECT_EQ(m_cache->refreshCache(items).libraryNodes(), fetched);
+    EXPECT_THAT(hubUrls(), ElementsAre("hub://", "hub://p", "hub://p/f", "hub://p/f/a.hub", "hub://p/b.hub",
+                                       "hub://p/g", "hub://p/g/h", "hub://p/g/h/c.hub"));
+}
+
+TEST_F(ToolLibraryCacheHubTest, NodesInACircleOrWithoutTheirParentAreAmongTheRoots)
+{
+    makeCache();
+    m_hub->items = Refresh(Nodes{folder(L"hub://x", L"hub://y", "x-id"), folder(L"hub://y", L"hub://x", "y-id"),
+                                 folder(L"hub://self", L"hub://self", "self-id"),
+                                 library(L"hub://gone/z.hub", L"hub://gone", "z-id")},
+                           {contents("z-id", {1})});
+    m_cache->refreshCache(items);
+    EXPECT_THAT(hubUrls(), testing::UnorderedElementsAre("hub://", "hub://p", "hub://x", "hub://y", "hub://self",
+                                                         "hub://gone/z.hub"));
+    EXPECT_EQ(toolsOf("hub://gone/z.hub"), 1u);
+}
+
+TEST_F(ToolLibraryCacheHubTest, TheRestOfTheTreeIsNotTheHubsToChange)
+{
+    makeCache();
+    const auto before = nodesOf(m_cache->libraryIndex());
+    const Nodes foreign{folder(L"toollibraryroot://Local", L"hub://", "1"), folder(L"all://", L"hub://", "2"),
+                        library(L"toollibraryroot://Local/Library.json", L"hub://p", "3"), folder(L"", L"hub://", "4")};
+    Nodes fetched = itemNodes();
+    fetched.insert(fetched.end(), foreign.begin(), foreign.end());
+    fetched.push_back(folder(L"hub://", L"hub://p", "5"));
+    m_hub->items = Refresh(fetched, {contents("3", {1, 2})});
+    EXPECT_EQ(m_cache->refreshCache(items).libraryNodes(), fetched);
+    EXPECT_EQ(nodesOf(m_cache->libraryIndex()), before);
+    EXPECT_EQ(toolsOf("toollibraryroot://Local/Library.json"), 0u);
+    fetched = foreign;
+    fetched.push_back(folder(L"hub://p", L"hub://", "p-id"));
+    m_hub->libraryNodes = Refresh(fetched);
+    m_cache->refreshCache(brqNode);
+    EXPECT_EQ(nodesOf(m_cache->libraryIndex()), before);
+}
+
+TEST_F(ToolLibraryCacheHubTest, ANodeThatComesTwiceKeepsItsChildren)
+{
+    makeCache();
+    Nodes fetched = itemNodes();
+    for (const wchar_t *name : {L"one", L"two"}) {
+        fetched.push_back(node(name, Type::Folder, L"hub://p/g", L"hub://p", "g-id"));
+        fetched.push_back(library(L"hub://p/g/c.hub", L"hub://p/g", "c-id"));
+    }
+    fetched.pop_back();
+    m_hub->items = Refresh(fetched, {});
+    m_cache->refreshCache(items);
+    EXPECT_THAT(hubUrls(), ElementsAre("hub://", "hub://p", "hub://p/f", "hub://p/f/a.hub", "hub://p/b.hub",
+                                       "hub://p/g", "hub://p/g/c.hub"));
+    EXPECT_EQ(m_cache->libraryIndex().find(ToolLibraryLocator(L"hub://p/g"))->metadata()->name(), L"two");
+}
+
+TEST_F(ToolLibraryCacheHubTest, ToolsThatAreNoListAreNone)
+{
+    makeCache();
+    m_hub->items = Refresh(
+        itemNodes(), {QVariantMap{{u"folderId"_qs, u"a-id"_qs}, {u"tools"_qs, u"abc"_qs}}, u"no map"_qs, QVariant()});
+    const Asserts asserts;
+    m_cache->refreshCache(items);
+    EXPECT_EQ(toolsOf("hub://p/f/a.hub"), 0u);
+    EXPECT_THAT(asserts.messages(), IsEmpty());
+}
+
+TEST_F(ToolLibraryCacheHubTest, AHundredThousandNodesComeAndGo)
+{
+    makeCache();
+    Nodes many;
+    std::wstring deep = L"hub://p";
+    for (int i = 0; i < 100'000; ++i) {
+        const std::wstring name = std::to_wstring(i);
+        const bool isDeep = i < 500;
+        const std::wstring parent = isDeep ? deep : std::wstring(L"hub://p");
+        const std::wstring url = parent + L'/' + name;
+        many.push_back(node(name, Type::Folder, url, parent, "id-" + std::to_string(i)));
+        deep = isDeep ? url : deep;
+    }
+    m_hub->items = Refresh(many, {});
+    m_cache->refreshCache(items);
+    EXPECT_EQ(hubUrls().size(), 100'002u);
+    m_hub->items = Refresh(itemNodes(), {});
+    m_cache->refreshCache(items);
+    EXPECT_THAT(hubUrls(), ElementsAre("hub://", "hub://p", "hub://p/f", "hub://p/f/a.hub", "hub://p/b.hub"));
+}
+
 TEST_F(ToolLibraryCacheHubTest, LoadsThatHaveNotBegunDieWithTheCache)
 {
     const int threads = static_cast<int>(LoadThreads::ofHub().maximum());
