@@ -39,11 +39,11 @@ QByteArray contentOf(const std::wstring &path)
 {
     QByteArray content;
     const FileSystem::File file = FileSystem::openForReading(path);
-    if (!file)
-        return {};
     char block[65536];
-    while (const std::size_t count = std::fread(block, 1, sizeof block, file.get()))
+    while (const std::size_t count = file ? std::fread(block, 1, sizeof block, file.get()) : 0)
         content.append(block, static_cast<qsizetype>(count));
+    if (!file || std::ferror(file.get()))
+        throw IOError("Could not read " + Messages::fromWideUnicodeToUTF8(path));
     return content;
 }
 

@@ -77,13 +77,15 @@ void runShow(const ShowOptions &options, const Streams &streams)
         const ProgressLine progress(streams, engine);
         return sourceOf(library, engine);
     }();
-    const std::shared_ptr<Tool> tool = source->get(toolNamed(*source, options.tool)).value();
+    const std::optional<std::shared_ptr<Tool>> tool = source->get(toolNamed(*source, options.tool));
+    if (!tool) // the hub has lost it
+        throw ToolMissing("Tool not found: " + options.tool);
     if (options.json) {
-        streams.out << tool->toJson() << '\n';
+        streams.out << (*tool)->toJson() << '\n';
         return;
     }
     TextTable table({{"Member"}, {"Value", false, true}});
-    addRows(tool->getToolValue(), "", 0, table);
+    addRows((*tool)->getToolValue(), "", 0, table);
     streams.out << table.print(streams.width);
 }
 

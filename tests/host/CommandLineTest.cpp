@@ -1,14 +1,21 @@
 #include "host/CommandLine.h"
+#include "support/FakePlatformLibraries.h"
 #include "support/LibraryFile.h"
+#include "support/Rights.h"
 #include "support/TestPaths.h"
 
 #include <gmock/gmock.h>
 
+#include <filesystem>
+#include <fstream>
 #include <sstream>
+#include <thread>
 
 using namespace Quillon;
 using namespace TestSupport;
+using namespace Varn::ToolLibraries;
 using testing::HasSubstr;
+using testing::Not;
 using testing::StartsWith;
 
 namespace {
@@ -19,13 +26,28 @@ struct Outcome {
     std::string err;
 };
 
-Outcome run(const std::vector<std::string> &arguments, const std::string &input = {}, std::size_t width = 0)
+Outcome run(const std::vector<std::string> &arguments, const std::string &input = {}, std::size_t width = 0,
+            bool errIsTerminal = false)
 {
     std::istringstream in(input);
     std::ostringstream out;
     std::ostringstream err;
-    const ExitStatus status = runCommandLine(arguments, {in, out, err, width});
+    const ExitStatus status = runCommandLine(arguments, {in, out, err, width, errIsTerminal});
     return {status, out.str(), err.str()};
+}
+
+/// A hub with the library "hub://a.hub", whose identifier is "id".
+std::shared_ptr<FakePlatformLibraries> hubWithALibrary()
+{
+    auto hub = std::make_shared<FakePlatformLibraries>();
+    const auto add = [&](const wchar_t *url, LibraryMetadata::Type type, std::optional<ToolLibraryLocator> parent) {
+        auto node = std::make_shared<LibraryMetadata>(L"node", type, ToolLibraryLocator(url), std::move(parent), false);
+        node->setFolderId(std::string("id"));
+        hub->tree.insert(node);
+    };
+    add(L"hub://", LibraryMetadata::Type::Folder, std::nullopt);
+    add(L"hub://a.hub", LibraryMetadata::Type::Library, ToolLibraryLocator::HubsFolder);
+    return hub;
 }
 
 std::string contentOf(const std::string &path)
@@ -189,6 +211,41 @@ TEST_F(CommandLine, TheTreeCountsToolsAndTellsWhatFailed)
                 HasSubstr("    bad                                      failed  toollibraryroot://Local/bad.json"));
     EXPECT_EQ(tree.err, "toollibraryroot://Local/bad.json: Failed to read or parse JSON file: " +
                             m_paths.local(u"Local/bad.json").toStdString() + "\n");
+}
+
+TEST_F(CommandLine, AGeometryThatCannotBeReadStopsAConversion)
+{
+    writeFile(m_paths.loose(u"in/lib.json"), libraryText({toolText(1, R"("geometry":{"3DGeometry":{"id":"solid"}})")}));
+    writeFile(m_paths.loose(u"in/solid.3DTool"), "secret");
+    letEveryoneIn({m_paths.loose(u""), m_paths.loose(u"in")});
+    ASSERT_EQ(chmod(qPrintable(m_paths.loose(u"in/solid.3DTool")), 0), 0);
+    const std::string in = m_paths.loose(u"in/lib.json").toStdString();
+    Outcome outcome;
+    {
+        const AsNobody nobody;
+        outcome = run({"convert", in, m_paths.loose(u"out.tools").toStdString()});
+    }
+    EXPECT_EQ(outcome.status, Failed);
+    EXPECT_EQ(outcome.err, in + ": Could not read " + m_paths.loose(u"in/solid.3DTool").toStdString() + "\n");
+    EXPECT_FALSE(QFile::exists(m_paths.loose(u"out.tools")));
+}
+
+TEST_F(CommandLine, LibrariesOfAHubAreShownToo)
+{
+    const auto hub = hubWithALibrary();
+    hub->put("id", toolText(1, R"("description":"here")"));
+    const std::string lost = hub->put("id", toolText(2));
+    const HubInUse use(hub);
+    EXPECT_THAT(run({"tree", "--tools"}).out, testing::ContainsRegex("\n    node +2  hub://a.hub\n"));
+    hub->meanwhile = [&](const std::string &operation) {
+        if (operation == "getTool")
+            hub->drop(lost);
+    };
+    EXPECT_THAT(run({"tools", "hub://a.hub"}).out, HasSubstr("Tools 1 to 1 of 1"));
+    hub->meanwhile = {};
+    hub->put("id", toolText(2));
+    hub->failAt("getTool", "offline");
+    EXPECT_EQ(run({"show", "hub://a.hub", guidOf(2)}).err, "hub://a.hub: Tool not found: " + guidOf(2) + "\n");
 }
 
 TEST_F(CommandLine, AConvertedLibraryIsTheSame)
