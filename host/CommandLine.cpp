@@ -103,6 +103,13 @@ std::string oneLine(std::string text)
     return text;
 }
 
+/// Says what is wrong with the name of a home; nothing where all is well.
+std::string refuseHome(const std::string &name)
+{
+    const bool isUtf8 = Varn::Messages::fromWideUnicodeToUTF8(Varn::Messages::fromUTF8ToWideUnicode(name)) == name;
+    return isUtf8 ? std::string() : "The name of the folder is no UTF-8";
+}
+
 ExitStatus run(const Action &action, const Streams &streams)
 {
     try {
@@ -123,7 +130,9 @@ ExitStatus runCommandLine(const std::vector<std::string> &arguments, const Strea
     app.require_subcommand(1);
     addExample(app, "quillon tree");
     GlobalOptions global;
-    app.add_option("--home", global.home, "Folder of all that quillon keeps")->envname("QUILLON_HOME");
+    app.add_option("--home", global.home, "Folder of all that quillon keeps")
+        ->envname("QUILLON_HOME")
+        ->check(refuseHome);
     app.add_option("--cloud", global.cloud, "Folder that is kept in step with a cloud; its libraries join the tree")
         ->envname("QUILLON_CLOUD")
         ->check(CLI::ExistingDirectory);

@@ -5,6 +5,7 @@
 #include "ToolLibrary/Interface/Factory.h"
 #include "ToolLibrary/Interface/Private/StandardLibraryIndexProvider.h"
 #include "platform/utils/Abortable.h"
+#include "platform/utils/FileSystem.h"
 #include "platform/utils/Messages.h"
 
 #include <utility>
@@ -12,6 +13,7 @@
 namespace Quillon {
 
 using namespace Varn::ToolLibraries;
+using Varn::FileSystem;
 using Varn::Messages;
 
 Engine::Engine(Tree tree)
@@ -41,10 +43,9 @@ Engine::Tree treeFor(const ToolLibraryLocator &library)
 
 ToolLibraryLocator libraryNamed(const std::string &name)
 {
-    const std::wstring text = Messages::fromUTF8ToWideUnicode(name);
     if (name.find("://") != std::string::npos)
-        return ToolLibraryLocator(text);
-    return ToolLibraryLocator::fromFilePath(text);
+        return ToolLibraryLocator(Messages::fromUTF8ToWideUnicode(name));
+    return ToolLibraryLocator::fromFilePath(FileSystem::fromPath(name)); // whose name need not be UTF-8
 }
 
 } // namespace Quillon

@@ -213,6 +213,18 @@ TEST_F(CommandLine, TheTreeCountsToolsAndTellsWhatFailed)
                             m_paths.local(u"Local/bad.json").toStdString() + "\n");
 }
 
+TEST_F(CommandLine, AFileMayHaveAnyName)
+{
+    for (const char *name : {"Fr\xc3\xa4ser.json", "latin1 \xfc.json"}) {
+        const std::string path = m_paths.loose(u"").toStdString() + '/' + name;
+        std::ofstream(path) << libraryText({toolText(1)});
+        EXPECT_THAT(run({"tools", path}).out, HasSubstr("Tools 1 to 1 of 1")) << path;
+        EXPECT_EQ(run({"tools", path, "--json"}).status, Done);
+        EXPECT_EQ(run({"show", path, "1"}).status, Done);
+    }
+    std::filesystem::remove(m_paths.loose(u"").toStdString() + "/latin1 \xfc.json"); // which Qt does not see
+}
+
 TEST_F(CommandLine, AGeometryThatCannotBeReadStopsAConversion)
 {
     writeFile(m_paths.loose(u"in/lib.json"), libraryText({toolText(1, R"("geometry":{"3DGeometry":{"id":"solid"}})")}));
@@ -246,6 +258,14 @@ TEST_F(CommandLine, LibrariesOfAHubAreShownToo)
     hub->put("id", toolText(2));
     hub->failAt("getTool", "offline");
     EXPECT_EQ(run({"show", "hub://a.hub", guidOf(2)}).err, "hub://a.hub: Tool not found: " + guidOf(2) + "\n");
+}
+
+TEST_F(CommandLine, AHomeThatIsNoUtf8IsRefusedRatherThanMistaken)
+{
+    const Outcome refused = run({"--home", "/tmp/\xff", "tree"});
+    EXPECT_EQ(refused.status, WrongUsage);
+    EXPECT_THAT(refused.err, HasSubstr("--home"));
+    EXPECT_EQ(refused.out, "");
 }
 
 TEST_F(CommandLine, AConvertedLibraryIsTheSame)
