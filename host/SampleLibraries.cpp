@@ -57,8 +57,12 @@ void installSampleLibraries()
         return;
     }
     QFile::setPermissions(beside.path(), QFile::permissions(QFileInfo(target).path()));
-    if (copyAll(shipped, QDir(beside.path())) && QDir().rename(beside.path(), target))
+    if (!copyAll(shipped, QDir(beside.path())))
+        return;
+    if (QDir().rename(beside.path(), target))
         beside.setAutoRemove(false);
+    else if (!QDir(target).exists()) // another process was not faster either
+        warn(QStringLiteral("Failed to install the sample libraries: ") + target);
 }
 
 } // namespace Quillon
