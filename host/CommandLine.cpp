@@ -8,6 +8,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <functional>
 
 namespace Quillon {
@@ -95,14 +96,6 @@ void addRpc(CLI::App &app, const Streams &streams, Action &action)
     command->callback([&] { action = {[&] { runRpc(streams); }}; });
 }
 
-std::string oneLine(std::string text)
-{
-    for (char &character : text)
-        if (character == '\n' || character == '\r')
-            character = ' ';
-    return text;
-}
-
 /// Says what is wrong with the name of a home; nothing where all is well.
 std::string refuseHome(const std::string &name)
 {
@@ -124,8 +117,16 @@ ExitStatus run(const Action &action, const Streams &streams)
 
 } // namespace
 
-ExitStatus runCommandLine(const std::vector<std::string> &arguments, const Streams &streams)
+std::string oneLine(std::string text)
 {
+    const auto isControl = [](unsigned char byte) { return byte < 0x20 || byte == 0x7f; };
+    std::ranges::replace_if(text, isControl, ' ');
+    return text;
+}
+
+ExitStatus runCommandLine(const std::vector<std::string> &arguments, const Streams &terminal)
+{
+    Streams streams = terminal;
     CLI::App app("quillon: libraries of cutting tools", "quillon");
     app.require_subcommand(1);
     addExample(app, "quillon tree");
@@ -156,6 +157,8 @@ ExitStatus runCommandLine(const std::vector<std::string> &arguments, const Strea
     if (!global.home.empty())
         Varn::VarnApplication::setHomeFolder(Varn::Messages::fromUTF8ToWideUnicode(global.home));
     const CloudFolder cloud(global.cloud);
+    // Loads write to the log on threads of their own, so the log has the standard error for itself.
+    streams.errIsTerminal = streams.errIsTerminal && !global.verbose;
     const Log log(global.verbose ? &streams.err : nullptr);
     return run(action, streams);
 }

@@ -14,7 +14,7 @@ struct Streams {
     std::ostream &out;
     std::ostream &err;
     std::size_t width = 0;
-    bool errIsTerminal = false; ///< whether progress may be shown
+    bool errIsTerminal = false; ///< progress may be shown
 };
 
 enum ExitStatus {
@@ -23,7 +23,10 @@ enum ExitStatus {
     WrongUsage = 2, ///< the words of the command were wrong
 };
 
+/// A text for one line of a terminal: its control characters are blanks.
+std::string oneLine(std::string text);
+
 /// Runs "quillon ARGUMENTS".
-ExitStatus runCommandLine(const std::vector<std::string> &arguments, const Streams &streams);
+ExitStatus runCommandLine(const std::vector<std::string> &arguments, const Streams &terminal);
 
 } // namespace Quillon

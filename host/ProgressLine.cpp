@@ -1,6 +1,7 @@
 #include "host/ProgressLine.h"
 
 #include <chrono>
+#include <system_error>
 
 namespace Quillon {
 
@@ -14,8 +15,13 @@ constexpr const char *clearLine = "\r\x1b[K"; // ECMA-48: erase to the end of th
 
 ProgressLine::ProgressLine(const Streams &streams, const Engine &engine) : m_err(streams.err), m_engine(engine)
 {
-    if (streams.errIsTerminal)
+    if (!streams.errIsTerminal)
+        return;
+    try {
         m_thread = std::thread([this] { run(); });
+    } catch (const std::system_error &) {
+        // The work goes on without the line.
+    }
 }
 
 ProgressLine::~ProgressLine()

@@ -8,6 +8,7 @@
 #include "platform/utils/Messages.h"
 
 #include <map>
+#include <utility>
 
 namespace Quillon {
 
@@ -48,9 +49,22 @@ class TreePrinter
 public:
     TreePrinter(TextTable &table, const ContentsByUrl *contents) : m_table(table), m_contents(contents) {}
 
-    void addRows(const LibraryMetadataTree::Node &node, std::size_t depth)
+    /// Rows of the node and of all below it, however deep.
+    void addRows(const LibraryMetadataTree::Node &root)
     {
-        const LibraryMetadata &metadata = *node.metadata();
+        std::vector<std::pair<const LibraryMetadataTree::Node *, std::size_t>> open{{&root, 0}};
+        while (!open.empty()) {
+            const auto [node, depth] = open.back();
+            open.pop_back();
+            addRow(*node->metadata(), depth);
+            for (auto child = node->children().rbegin(); child != node->children().rend(); ++child)
+                open.emplace_back(&*child, depth + 1);
+        }
+    }
+
+private:
+    void addRow(const LibraryMetadata &metadata, std::size_t depth)
+    {
         std::vector<std::string> cells{std::string(2 * depth, ' ') + Messages::fromWideUnicodeToUTF8(metadata.name()),
                                        Messages::fromWideUnicodeToUTF8(metadata.url().url()),
                                        metadata.readOnly().value_or(false) ? "read-only" : ""};
@@ -59,11 +73,8 @@ public:
             cells.insert(cells.begin() + 1, contents == m_contents->end() ? "" : contents->second.tools);
         }
         m_table.addRow(std::move(cells));
-        for (const LibraryMetadataTree::Node &child : node.children())
-            addRows(child, depth + 1);
     }
 
-private:
     TextTable &m_table;
     const ContentsByUrl *m_contents;
 };
@@ -76,7 +87,7 @@ void printTable(const LibraryMetadataTree &tree, const ContentsByUrl *contents, 
     TextTable table(columns);
     TreePrinter printer(table, contents);
     for (const LibraryMetadataTree::Node *root : tree.traverseRootNodes())
-        printer.addRows(*root, 0);
+        printer.addRows(*root);
     streams.out << table.print(streams.width);
 }
 
@@ -98,7 +109,7 @@ void runTree(const TreeOptions &options, const Streams &streams)
     printTable(tree, &contents, streams);
     for (const auto &[url, library] : contents)
         if (!library.failure.empty())
-            streams.err << Messages::fromWideUnicodeToUTF8(url) << ": " << library.failure << '\n';
+            streams.err << oneLine(Messages::fromWideUnicodeToUTF8(url) + ": " + library.failure) << '\n';
 }
 
 } // namespace Quillon

@@ -6,6 +6,7 @@
 
 #include <gmock/gmock.h>
 
+#include <atomic>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -35,6 +36,23 @@ Outcome run(const std::vector<std::string> &arguments, const std::string &input 
     const ExitStatus status = runCommandLine(arguments, {in, out, err, width, errIsTerminal});
     return {status, out.str(), err.str()};
 }
+
+/// Tells whether anything was written to it.
+class WatchedBuffer : public std::stringbuf
+{
+public:
+    bool isWritten() const { return m_isWritten; }
+
+protected:
+    std::streamsize xsputn(const char *text, std::streamsize count) override
+    {
+        m_isWritten = true;
+        return std::stringbuf::xsputn(text, count);
+    }
+
+private:
+    std::atomic<bool> m_isWritten{false};
+};
 
 /// A hub with the library "hub://a.hub", whose identifier is "id".
 std::shared_ptr<FakePlatformLibraries> hubWithALibrary()
@@ -213,6 +231,16 @@ TEST_F(CommandLine, TheTreeCountsToolsAndTellsWhatFailed)
                             m_paths.local(u"Local/bad.json").toStdString() + "\n");
 }
 
+TEST_F(CommandLine, EachLibraryThatFailedHasOneLine)
+{
+    writeFile(m_paths.local(u"Local/a\nb\x1b[31m/bad.json"), "broken");
+    const Outcome tree = run({"tree", "--tools"});
+    EXPECT_EQ(tree.status, Done);
+    EXPECT_THAT(tree.err, StartsWith("toollibraryroot://Local/a b [31m/bad.json: Failed to read"));
+    EXPECT_EQ(tree.err.find('\n'), tree.err.size() - 1);
+    EXPECT_EQ(tree.err.find('\x1b'), std::string::npos);
+}
+
 TEST_F(CommandLine, AFileMayHaveAnyName)
 {
     for (const char *name : {"Fr\xc3\xa4ser.json", "latin1 \xfc.json"}) {
@@ -258,6 +286,31 @@ TEST_F(CommandLine, LibrariesOfAHubAreShownToo)
     hub->put("id", toolText(2));
     hub->failAt("getTool", "offline");
     EXPECT_EQ(run({"show", "hub://a.hub", guidOf(2)}).err, "hub://a.hub: Tool not found: " + guidOf(2) + "\n");
+}
+
+TEST_F(CommandLine, ALongLoadShowsHowFarItIsOnATerminalWithoutTheLog)
+{
+    const auto hub = hubWithALibrary();
+    const HubInUse use(hub);
+    WatchedBuffer watched;
+    hub->meanwhile = [&](const std::string &operation) {
+        for (int round = 0; round < 1000 && operation == "listTools" && !watched.isWritten(); ++round)
+            std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    };
+    std::istringstream in;
+    std::ostringstream out;
+    std::ostream err(&watched);
+    EXPECT_EQ(runCommandLine({"tree", "--tools"}, {in, out, err, 0, true}), Done);
+    EXPECT_THAT(watched.str(), StartsWith("\r\x1b[KLoading libraries: "));
+    EXPECT_THAT(watched.str(), testing::EndsWith(" of 2\r\x1b[K")) << "nothing stays of it";
+
+    hub->meanwhile = [](const std::string &operation) {
+        if (operation == "listTools")
+            std::this_thread::sleep_for(std::chrono::milliseconds(600));
+    };
+    EXPECT_EQ(run({"tree", "--tools"}).err, "");
+    EXPECT_THAT(run({"--verbose", "tree", "--tools"}, {}, 0, true).err, Not(HasSubstr("Loading")))
+        << "other threads write to the log meanwhile";
 }
 
 TEST_F(CommandLine, AHomeThatIsNoUtf8IsRefusedRatherThanMistaken)
