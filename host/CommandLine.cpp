@@ -2,6 +2,7 @@
 
 #include "host/Commands.h"
 #include "host/Log.h"
+#include "host/UsageError.h"
 #include "platform/core/CloudLibraries.h"
 #include "platform/core/VarnApplication.h"
 #include "platform/utils/Messages.h"
@@ -58,6 +59,14 @@ void addTools(CLI::App &app, const Streams &streams, Action &action, ToolsOption
 {
     CLI::App *command = app.add_subcommand("tools", "List the tools of a library, a page at a time");
     command->add_option("LIBRARY", options.library, "URL of the tree, or a file")->required();
+    command->add_option("--search", options.search, "Text in the name, comment, vendor or product id");
+    command->add_option("--filter", options.filters, "Such as diameter=6mm..1/2in, flutes>=3 or type=drill; repeatable")
+        ->allow_extra_args(false);
+    command->add_option("--sort", options.sorts, "Such as diameter or name:desc; repeatable, the first counts most")
+        ->allow_extra_args(false);
+    command->add_option("--columns", options.columns, "Values to show, by commas, such as name,flutes,overall-length")
+        ->delimiter(',')
+        ->allow_extra_args(false);
     command->add_option("--limit", options.limit, "Tools on the page")
         ->capture_default_str()
         ->check(CLI::NonNegativeNumber);
@@ -65,7 +74,8 @@ void addTools(CLI::App &app, const Streams &streams, Action &action, ToolsOption
         ->capture_default_str()
         ->check(CLI::NonNegativeNumber);
     command->add_flag("--json", options.json, "Print the page as JSON");
-    addExample(*command, "quillon tools \"samples/Milling Tools (Metric).json\" --limit 20");
+    addExample(*command,
+               "quillon tools \"samples/Milling Tools (Metric).json\" --filter diameter=6..12 --sort diameter");
     command->callback([&] { action = {[&] { runTools(options, streams); }, &options.library}; });
 }
 
@@ -107,6 +117,9 @@ ExitStatus run(const Action &action, const Streams &streams)
 {
     try {
         action.run();
+    } catch (const UsageError &failure) {
+        streams.err << oneLine(failure.what()) << '\n';
+        return WrongUsage;
     } catch (const std::exception &failure) {
         const std::string subject = action.subject ? *action.subject + ": " : std::string();
         streams.err << oneLine(subject + failure.what()) << '\n';

@@ -4,6 +4,7 @@
 #include "host/CommandLine.h"
 
 #include <string>
+#include <vector>
 
 namespace Quillon {
 
@@ -15,6 +16,10 @@ void runTree(const TreeOptions &options, const Streams &streams);
 
 struct ToolsOptions {
     std::string library;
+    std::string search;
+    std::vector<std::string> filters; ///< see ToolQuery.h
+    std::vector<std::string> sorts;
+    std::vector<std::string> columns{"number", "description", "type", "diameter", "unit", "vendor", "product-id"};
     int limit = 50;
     int offset = 0;
     bool json = false;

@@ -2,7 +2,10 @@
 #include "host/Engine.h"
 #include "host/ProgressLine.h"
 #include "host/TextTable.h"
+#include "host/ToolKeyTable.h"
+#include "host/ToolQuery.h"
 
+#include "ToolLibrary/Interface/Private/IndexedTool.h"
 #include "platform/core/ToolSpecification.h"
 #include "platform/tool/Exception.h"
 #include "platform/tool/JsonText.h"
@@ -21,17 +24,6 @@ using Varn::ToolSpecification;
 namespace {
 
 constexpr std::size_t idLength = 8; // enough to tell the tools of a library apart
-
-const std::vector<TextColumn> toolColumns{
-    {"Id"},
-    {"No", true},
-    {"Description", false, true},
-    {"Type", false, true},
-    {"Diameter", true},
-    {"Unit"},
-    {"Vendor", false, true},
-    {"Product id", false, true},
-};
 
 std::string number(std::optional<double> value)
 {
@@ -52,17 +44,41 @@ std::string unitName(const Tool &tool)
     return unit == "inches" ? "in" : unit == "millimeters" ? "mm" : unit;
 }
 
-std::vector<std::string> rowOf(const Tool &tool)
+std::string text(const IndexedTool &tool, const ToolKeyRow &key)
 {
-    const std::optional<int> toolNumber = tool.getToolNumber();
-    return {tool.getToolId().guid().asString().substr(0, idLength),
-            toolNumber ? std::to_string(*toolNumber) : "",
-            tool.getDescription(),
-            typeName(tool),
-            number(tool.getDouble("tool_diameter")),
-            unitName(tool),
-            tool.getString("tool_vendor").value_or(""),
-            tool.getString("tool_productId").value_or("")};
+    switch (key.kind) {
+    case ToolKeyKind::Name:
+        return Messages::fromWideUnicodeToUTF8(tool.getName());
+    case ToolKeyKind::Type:
+        return typeName(tool.getTool());
+    case ToolKeyKind::Unit:
+        return unitName(tool.getTool());
+    case ToolKeyKind::Text:
+        return tool.getTool().getString(key.property).value_or("");
+    default:
+        return number(tool.getTool().getDouble(key.property));
+    }
+}
+
+using Keys = std::vector<const ToolKeyRow *>;
+
+std::vector<std::string> rowOf(const IndexedTool &tool, const Keys &keys)
+{
+    std::vector<std::string> cells{tool.getTool().getToolId().guid().asString().substr(0, idLength)};
+    for (const ToolKeyRow *key : keys)
+        cells.push_back(text(tool, *key));
+    return cells;
+}
+
+TextTable tableOf(const Keys &keys)
+{
+    std::vector<TextColumn> columns{{"Id"}};
+    for (const ToolKeyRow *key : keys) {
+        const bool isNumber =
+            key->kind == ToolKeyKind::Number || key->kind == ToolKeyKind::Angle || key->kind == ToolKeyKind::Length;
+        columns.push_back({std::string(key->title), isNumber, !isNumber && key->kind != ToolKeyKind::Unit});
+    }
+    return TextTable(columns);
 }
 
 /// The page of the one library that was asked for.
@@ -79,18 +95,25 @@ std::string counted(int count)
     return QLocale(QLocale::English).toString(count).toStdString();
 }
 
-void printTable(const Json::Value &tools, int offset, int matched, const Streams &streams)
+/// "Tools 1 to 20 of 246", and from how many they were chosen.
+std::string countLine(const Json::Value &page, std::size_t shown, int offset)
 {
-    TextTable table(toolColumns);
+    const int matched = page["matched"].asInt();
+    const int total = page["total"].asInt();
+    const std::string window =
+        shown == 0 ? "No tools of "
+                   : "Tools " + counted(offset + 1) + " to " + counted(offset + static_cast<int>(shown)) + " of ";
+    return window + counted(matched) + (matched < total ? " that match, from " + counted(total) : "");
+}
+
+void printTable(const Json::Value &tools, const Json::Value &page, const Keys &keys, int offset, const Streams &streams)
+{
+    TextTable table = tableOf(keys);
     for (const Json::Value &tool : tools)
-        table.addRow(rowOf(Tool(JsonText::print(tool))));
+        table.addRow(rowOf(IndexedTool(Tool::fromJson(JsonText::print(tool))), keys));
     if (!tools.empty())
         streams.out << table.print(streams.width) << '\n';
-    if (tools.empty())
-        streams.out << "No tools of " << counted(matched) << '\n';
-    else
-        streams.out << "Tools " << counted(offset + 1) << " to " << counted(offset + static_cast<int>(tools.size()))
-                    << " of " << counted(matched) << '\n';
+    streams.out << countLine(page, tools.size(), offset) << '\n';
 }
 
 } // namespace
@@ -98,16 +121,22 @@ void printTable(const Json::Value &tools, int offset, int matched, const Streams
 void runTools(const ToolsOptions &options, const Streams &streams)
 {
     const ToolLibraryLocator library = libraryNamed(options.library);
+    const std::string filters = filtersState(options.filters);
+    const std::string sorts = sortState(options.sorts);
+    Keys keys;
+    for (const std::string &column : options.columns)
+        keys.push_back(&toolKey(column));
     const Engine engine(treeFor(library));
     const std::unique_ptr<ToolPage> page = [&] {
         const ProgressLine progress(streams, engine);
-        return engine->fetchTools(ToolPageRequest({library}, "[]", options.limit, options.offset, "", "[]"));
+        return engine->fetchTools(
+            ToolPageRequest({library}, filters, options.limit, options.offset, options.search, sorts));
     }();
     const Json::Value &tools = toolsOf(*page, library);
     if (options.json)
         streams.out << page->toJson() << '\n';
     else
-        printTable(tools, options.offset, page->value()["matched"].asInt(), streams);
+        printTable(tools, page->value(), keys, options.offset, streams);
 }
 
 } // namespace Quillon

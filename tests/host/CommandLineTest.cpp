@@ -405,3 +405,36 @@ TEST_F(CommandLine, ACloudFolderJoinsTheTree)
     EXPECT_THAT(run({"tree"}).out, testing::Not(HasSubstr("cloud://"))) << "one run's folder is not the next one's";
     EXPECT_EQ(run({"--cloud", folder + "none", "tree"}).status, WrongUsage);
 }
+
+TEST_F(CommandLine, ToolsAreSearchedFilteredAndSorted)
+{
+    writeFile(m_paths.loose(u"many.json"),
+              libraryText({toolText(1, R"("type":"drill","unit":"millimeters","geometry":{"DC":6},"vendor":"A")"),
+                           toolText(2, R"("type":"drill","unit":"inches","geometry":{"DC":0.5},"vendor":"A")"),
+                           toolText(3, R"("type":"drill","unit":"millimeters","geometry":{"DC":10},"vendor":"B")"),
+                           toolText(4, R"("type":"probe","unit":"millimeters","geometry":{"DC":8},"vendor":"A")")}));
+    const std::string many = m_paths.loose(u"many.json").toStdString();
+    const Outcome found = run({"tools", many, "--filter", "diameter=7mm..1/2in", "--filter", "type=drill", "--sort",
+                               "diameter:desc", "--columns", "name,vendor"});
+    EXPECT_EQ(found.status, Done);
+    EXPECT_EQ(found.out, "Id        Name           Vendor\n"
+                         "--------  -------------  ------\n"
+                         "11111111  ∅1/2\" (Drill)  A\n"
+                         "11111111  ∅10mm (Drill)  B\n"
+                         "\n"
+                         "Tools 1 to 2 of 2 that match, from 4\n");
+    EXPECT_THAT(run({"tools", many, "--search", "PROBE", "--sort", "name"}).out,
+                HasSubstr("Tools 1 to 1 of 1 that match, from 4\n"));
+    EXPECT_EQ(run({"tools", many, "--search", "nothing like it"}).out, "No tools of 0 that match, from 4\n");
+}
+
+TEST_F(CommandLine, AFilterThatCannotBeReadIsWrongUsage)
+{
+    for (const char *option : {"--filter", "--sort", "--columns"}) {
+        const Outcome wrong = run({"tools", file(), option, "diamter=3"});
+        EXPECT_EQ(wrong.status, WrongUsage) << option;
+        EXPECT_THAT(wrong.err, StartsWith("Unknown key: diamter"));
+        EXPECT_THAT(wrong.err, HasSubstr("diameter, "));
+        EXPECT_EQ(wrong.out, "");
+    }
+}
