@@ -21,6 +21,8 @@ namespace Varn {
 namespace {
 
 constexpr std::string_view besideSuffix = ".part"; // no extension of any library
+constexpr mode_t ownerOnly = 0600;                 // until the new file has the rights of the old one
+constexpr mode_t anyone = 0666;                    // but for what the process masks
 
 std::string hashed(std::string_view text)
 {
@@ -101,6 +103,17 @@ int openRetrying(const char *name, int flags, mode_t mode = 0)
     return descriptor;
 }
 
+/// Gives the new file the owner, group and permissions of the old one, as far as this process may. An administrator
+/// alone gives a file away, but a group that the writer is in stays.
+void keepRights(int file, const struct stat &old)
+{
+    const bool groupStays = fchown(file, old.st_uid, old.st_gid) == 0 || fchown(file, uid_t(-1), old.st_gid) == 0;
+    mode_t mode = old.st_mode & 07777;
+    if (!groupStays) // another group gets nothing that the world has not
+        mode &= ~mode_t(S_IRWXG) | (mode & S_IRWXO) << 3;
+    fchmod(file, mode);
+}
+
 bool syncFolder(const std::string &file)
 {
     const int folder = openRetrying(folderOf(file).c_str(), O_RDONLY | O_DIRECTORY);
@@ -122,14 +135,11 @@ FileReplacement::FileReplacement(const std::wstring &path) : m_target(behindLink
     if (exists && (!S_ISREG(old.st_mode) || faccessat(AT_FDCWD, m_target.c_str(), W_OK, AT_EACCESS) != 0))
         return;
     if (!exists || old.st_nlink == 1)
-        openBeside();
-    if (m_descriptor < 0 && exists)
+        openBeside(exists ? ownerOnly : anyone);
+    if (m_descriptor >= 0 && exists)
+        keepRights(m_descriptor, old);
+    else if (exists)
         openInPlace();
-    else if (m_descriptor >= 0 && exists) {
-        fchmod(m_descriptor, old.st_mode & 07777);
-        if (fchown(m_descriptor, old.st_uid, old.st_gid) != 0)
-            errno = 0; // only the owner's own group or an administrator can keep it; the file is none the worse
-    }
 }
 
 FileReplacement::~FileReplacement()
@@ -181,13 +191,13 @@ bool FileReplacement::commit()
     return syncFolder(m_target);
 }
 
-void FileReplacement::openBeside()
+void FileReplacement::openBeside(unsigned mode)
 {
     static std::atomic<unsigned> counter{0};
     sweepLeftovers(m_target);
     const std::string name = (std::filesystem::path(folderOf(m_target)) / besidePrefix(m_target)).string() + ownMark() +
                              std::to_string(counter++) + std::string(besideSuffix);
-    m_descriptor = openRetrying(name.c_str(), O_WRONLY | O_CREAT | O_EXCL, 0666);
+    m_descriptor = openRetrying(name.c_str(), O_WRONLY | O_CREAT | O_EXCL, mode);
     if (m_descriptor >= 0)
         m_beside = name;
 }

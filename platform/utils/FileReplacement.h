@@ -12,8 +12,9 @@ namespace Varn {
 
 /// The bytes go into a new file beside the old one, which takes its place at commit(). A link is followed to the file
 /// that it leads to. Where the folder takes no new file, or the old file has several hard links, the bytes go into the
-/// old file itself: the one case in which a crash can tear it. What a process that died has left beside the file is
-/// removed.
+/// old file itself: the one case in which a crash or a full disk can tear it. What a process that died has left beside
+/// the file is removed. The new file has the permissions of the old one, and its owner and group as far as this process
+/// may give them.
 class VARN_PLATFORM_EXPORT FileReplacement
 {
 public:
@@ -34,7 +35,7 @@ public:
     bool commit();
 
 private:
-    void openBeside();
+    void openBeside(unsigned mode);
     void openInPlace();
     void startFlush(std::uint64_t written);
     bool finish();
