@@ -110,11 +110,14 @@ DeflatedFile::Packed DeflatedFile::pack(const std::string &content, const std::s
 void DeflatedFile::packChunk(bool last)
 {
     take(2 * helpers() - 1);
-    std::string chunk = std::exchange(m_chunk, {});
+    const std::string chunk = std::exchange(m_chunk, {});
     m_chunk.reserve(last ? 0 : chunkSize);
-    std::string dictionary =
+    const std::string dictionary =
         std::exchange(m_dictionary, chunk.substr(chunk.size() - std::min(chunk.size(), windowSize)));
-    m_packed.push_back(std::async(std::launch::async, pack, std::move(chunk), std::move(dictionary), last));
+    // Where no thread is to be had the chunk is packed when it is taken. Nothing is moved: what was moved into a thread
+    // that could not begin is gone.
+    constexpr auto anyWay = std::launch::async | std::launch::deferred;
+    m_packed.push_back(std::async(anyWay, pack, chunk, dictionary, last));
 }
 
 /// Writes what is packed until at most \a mostLeft chunks are on their way.

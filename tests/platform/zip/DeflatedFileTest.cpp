@@ -5,6 +5,12 @@
 #include <gmock/gmock.h>
 
 #include <random>
+#include <system_error>
+#include <thread>
+
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 using namespace TestSupport;
 using namespace Varn;
@@ -116,6 +122,31 @@ TEST(DeflatedFile, OnlyAFinishedContentIsAdded)
     archive.Close();
     EXPECT_EQ(entriesOf(std::string(image.GetBytes())), (Entries{{L"a", "x"}}));
     EXPECT_EQ(causeOf([&] { archive.AddDeflatedFile(deflated("x"), L"b"); }), Cause::NotAllowed) << "closed";
+}
+
+TEST(DeflatedFile, WithoutAThreadToBeHadTheBytesAreTheSame)
+{
+    const std::string content = textOf(5 * chunk);
+    const std::string expected = archiveOf(deflated(content));
+    const pid_t child = fork();
+    if (child == 0) {
+        const rlimit none{0, 0};
+        const bool alone = setrlimit(RLIMIT_NPROC, &none) == 0 && (geteuid() != 0 || setuid(65534) == 0);
+        try {
+            std::thread([] {}).join();
+            _exit(2); // not alone
+        } catch (const std::system_error &) {
+        }
+        try {
+            _exit(alone && archiveOf(deflated(content)) == expected ? 0 : 1);
+        } catch (...) {
+            _exit(3);
+        }
+    }
+    int status = 0;
+    ASSERT_EQ(waitpid(child, &status, 0), child);
+    ASSERT_TRUE(WIFEXITED(status));
+    EXPECT_EQ(WEXITSTATUS(status), 0);
 }
 
 TEST(DeflatedFile, NothingFollowsTheEnd)
