@@ -170,7 +170,8 @@ bool ZipToolFormat::write()
     });
 }
 
-/// Reads the whole file into memory; afterwards the disk is not needed any more.
+/// Reads the whole file into memory, once its end looks like that of an archive; afterwards the disk is not needed any
+/// more.
 bool ZipToolFormat::attach()
 {
     m_file->Close();
@@ -178,9 +179,9 @@ bool ZipToolFormat::attach()
     CZipFile file;
     if (!FileSystem::exists(path) || !file.Open(path, CZipFile::OpenMode::Read))
         return false;
+    ZipLimits::check(file);
+    file.Seek(0);
     const std::uint64_t length = file.GetLength();
-    if (length > ZipLimits::mostBytes)
-        return false;
     if (file.Read(m_file->resize(static_cast<qsizetype>(length)), length) == length)
         return true;
     m_file->Close(); // cut short meanwhile

@@ -8,6 +8,8 @@
 
 #include <gmock/gmock.h>
 
+#include <sys/resource.h>
+
 using testing::ElementsAre;
 using testing::IsEmpty;
 using Varn::Tools::ZipToolFormat;
@@ -309,6 +311,21 @@ TEST_F(ZipToolFormatTest, ASizeThatIsOnlyClaimedTakesNoMemory)
     bytes.replace(central + 24, 4, QByteArray("\xff\xff\xff\x70", 4));
     put("b.tools", bytes);
     EXPECT_EQ(data("b.tools", "tools.json"), notRead);
+}
+
+TEST_F(ZipToolFormatTest, WhatIsNoArchiveTakesNoMemory)
+{
+    put("a.tools", "{");
+    ASSERT_TRUE(QFile::resize(at("a.tools"), 1 << 30));
+    const auto peak = [] { // in KiB
+        rusage usage{};
+        EXPECT_EQ(getrusage(RUSAGE_SELF, &usage), 0);
+        return usage.ru_maxrss;
+    };
+    const long before = peak();
+    EXPECT_EQ(data("a.tools", "tools.json"), notRead);
+    EXPECT_THAT(ZipToolFormat(at("a.tools")).getFileNames(), IsEmpty());
+    EXPECT_LT(peak() - before, 100'000);
 }
 
 TEST_F(ZipToolFormatTest, AnAddedByteArrayMayGoOrChangeBeforeTheWrite)
