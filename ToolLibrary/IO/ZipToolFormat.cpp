@@ -44,7 +44,7 @@ ZipToolFormat::~ZipToolFormat()
 
 QList<QString> ZipToolFormat::getFileNames()
 {
-    if (isBuilding())
+    if (isUnwritten())
         return ZipToolFormat(m_path).getFileNames();
     QList<QString> names;
     readArchive([&] {
@@ -57,7 +57,7 @@ QList<QString> ZipToolFormat::getFileNames()
 
 bool ZipToolFormat::getData(const QString &name, QByteArray &out, const Abortable &abortable)
 {
-    if (isBuilding())
+    if (isUnwritten())
         return ZipToolFormat(m_path).getData(name, out, abortable);
     QByteArray data;
     const bool done = readArchive([&] {
@@ -77,7 +77,7 @@ bool ZipToolFormat::getData(const QString &name, QByteArray &out, const Abortabl
 
 bool ZipToolFormat::extractFile(const QString &name, const std::filesystem::path &target, const Abortable &abortable)
 {
-    if (isBuilding())
+    if (isUnwritten())
         return ZipToolFormat(m_path).extractFile(name, target, abortable);
     if (target.empty())
         return false;
@@ -98,6 +98,7 @@ bool ZipToolFormat::create()
 {
     m_archive->Close(CZipArchive::Forced);
     m_file->Close();
+    m_pending = false;
     return m_archive->Open(*m_file, CZipArchive::Create);
 }
 
@@ -164,9 +165,12 @@ bool ZipToolFormat::write()
     if (!isBuilding() && m_file->GetLength() == 0 && !create())
         return false;
     return guarded([&] {
+        m_pending = isUnwritten();
         m_archive->Close();
         FileReplacement file(FileSystem::fromQString(m_path));
-        return file.isOpen() && file.write(m_file->GetBytes()) && file.commit();
+        const bool written = file.isOpen() && file.write(m_file->GetBytes()) && file.commit();
+        m_pending = m_pending && !written;
+        return written;
     });
 }
 
@@ -175,6 +179,7 @@ bool ZipToolFormat::write()
 bool ZipToolFormat::attach()
 {
     m_file->Close();
+    m_pending = false;
     const std::wstring path = FileSystem::fromQString(m_path);
     CZipFile file;
     if (!FileSystem::exists(path) || !file.Open(path, CZipFile::OpenMode::Read))

@@ -82,7 +82,8 @@ public:
 
     /// Writes the archive that was built to the path, and is done with it: the next addFile() begins another. Without
     /// one it writes the image that was read last, and without that an empty archive. The old file or the new one is
-    /// there whatever happens. False when the file could not be written; a second call tries again.
+    /// there whatever happens. False when the file could not be written; a second call tries again, also after a
+    /// reading call.
     bool write();
     /// @}
 
@@ -93,11 +94,13 @@ private:
     bool guarded(const std::function<bool()> &work) const;
     std::optional<int> getFileIndex(const QString &name) const;
     bool isBuilding() const;
+    bool isUnwritten() const { return isBuilding() || m_pending; }
     void log(std::string_view why) const;
 
     QString m_path;
     std::unique_ptr<ByteArrayCZipMemFile> m_file;
     std::unique_ptr<CZipArchive> m_archive; // open on m_file, while an archive is being built and within a reading call
+    bool m_pending = false;                 // m_file holds what write() could not put on the disk
 };
 
 } // namespace Varn::Tools

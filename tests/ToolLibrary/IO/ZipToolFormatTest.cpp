@@ -383,9 +383,11 @@ TEST_F(ZipToolFormatTest, AWriteThatFailsMayBeTriedAgain)
     ZipToolFormat format(at("new/a.tools"));
     ASSERT_TRUE(format.addFile("tools.json", document));
     EXPECT_FALSE(format.write());
+    EXPECT_THAT(format.getFileNames(), IsEmpty());
     QDir(m_folder.path()).mkdir("new");
     EXPECT_TRUE(format.write());
     EXPECT_EQ(data("new/a.tools", "tools.json"), document);
+    EXPECT_THAT(format.getFileNames(), ElementsAre("tools.json"));
     QDir(m_folder.path()).mkdir("folder.tools");
     EXPECT_FALSE(ZipToolFormat(at("folder.tools")).write());
 }
