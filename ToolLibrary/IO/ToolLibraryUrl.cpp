@@ -3,6 +3,7 @@
 #include "ToolLibrary/IO/LibraryDisplayNames.h"
 #include "ToolLibrary/Interface/FilePaths.h"
 #include "platform/tool/Exception.h"
+#include "platform/utils/FileSystem.h"
 #include "util/utility/Assert.h"
 
 #include <QDir>
@@ -61,6 +62,21 @@ constexpr int currentVersion = 1;
 
 const QRegularExpression urlPattern(QStringLiteral("((?<protocol>[a-z]+)://)?(?<folder>/?([^/]+/)*)?(?<file>.+)?"));
 
+/// A byte of a file name that is no UTF-8 is half a character in the text, on which no pattern matches.
+QString withoutHalves(QString url)
+{
+    if (url.isValidUtf16())
+        return url;
+    for (qsizetype i = 0; i < url.size(); ++i) {
+        const bool isWhole = url[i].isHighSurrogate() && i + 1 < url.size() && url[i + 1].isLowSurrogate();
+        if (isWhole)
+            ++i;
+        else if (url[i].isSurrogate())
+            url[i] = QChar::ReplacementCharacter;
+    }
+    return url;
+}
+
 QStringList withoutDots(QStringList extensions)
 {
     for (QString &extension : extensions)
@@ -79,7 +95,10 @@ const QString ToolLibraryUrl::libraryP21Extension = QStringLiteral(".p21");
 const QString ToolLibraryUrl::libraryGTCExtension = QStringLiteral(".zip");
 
 ToolLibraryUrl::ToolLibraryUrl(const QString &url)
-    : m_url(url), m_match(urlPattern.match(url)), m_protocol(toProtocolType(m_match)), m_version(toVersion(m_match))
+    : m_url(url),
+      m_match(urlPattern.match(withoutHalves(url))),
+      m_protocol(toProtocolType(m_match)),
+      m_version(toVersion(m_match))
 {
 }
 
@@ -92,7 +111,7 @@ ToolLibraryUrl::ToolLibraryUrl(const ToolLibraryLocator &locator)
 
 ToolLibraryUrl::operator ToolLibraryLocator() const
 {
-    return ToolLibraryLocator(m_url.toStdWString());
+    return ToolLibraryLocator(FileSystem::fromQString(m_url));
 }
 
 bool ToolLibraryUrl::isUnknown() const

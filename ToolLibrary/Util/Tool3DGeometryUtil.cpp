@@ -107,7 +107,7 @@ bool Tool3DGeometryUtil::isValidId(const std::wstring &geometryId)
 fs::path Tool3DGeometryUtil::getLocal3DGeometryFolder(const ToolLibraryUrl &libraryUrl)
 {
     VARN_EXPECTS(requiresLocal3DGeometry(libraryUrl));
-    return FileSystem::toPath(folderOf(libraryUrl).toStdWString());
+    return FileSystem::toPath(FileSystem::fromQString(folderOf(libraryUrl)));
 }
 
 fs::path Tool3DGeometryUtil::getLocal3DGeometryPath(const std::wstring &geometryId, const ToolLibraryUrl &libraryUrl)

@@ -70,6 +70,13 @@ TEST_F(Tool3DGeometryUtilTest, TheFolderIsAbsoluteForARelativePath)
     EXPECT_EQ(Util::getLocal3DGeometryFolder(Url(QStringLiteral("custom://some/a.json"))), fs::current_path() / "some");
 }
 
+TEST_F(Tool3DGeometryUtilTest, TheFolderMayBearANameThatIsNoUtf8)
+{
+    const std::wstring folder = Varn::FileSystem::fromPath(loose("custom")) + L"/byte " + static_cast<wchar_t>(0xDCFF);
+    const Url url("custom://" + QString::fromStdWString(folder + L"/a.json"));
+    EXPECT_EQ(Util::getLocal3DGeometryFolder(url), Varn::FileSystem::toPath(folder));
+}
+
 TEST_F(Tool3DGeometryUtilTest, OtherLibrariesHaveNoFolder)
 {
     const Asserts asserts;

@@ -93,7 +93,7 @@ bool ToolLibraryLocatorInterrogator::isLocalZip() const
 std::wstring ToolLibraryLocatorInterrogator::filePath() const
 {
     VARN_ASSERT(isLocalFile());
-    return isFilePath() ? m_locator.url() : url().fullFilePath().toStdWString();
+    return isFilePath() ? m_locator.url() : FileSystem::fromQString(url().fullFilePath());
 }
 
 ToolLibraryUrl ToolLibraryLocatorInterrogator::url() const

@@ -4,6 +4,7 @@
 #include "ToolLibrary/Interface/Private/ToolSourceSink/ToolSourceLoader.h"
 #include "platform/tool/Tool.h"
 #include "platform/utils/Abortable.h"
+#include "platform/utils/FileSystem.h"
 #include "support/Asserts.h"
 #include "support/CloudEvents.h"
 #include "support/Failure.h"
@@ -97,6 +98,19 @@ TEST(LibrarySaver, FormatsWithoutAWriterTouchNoFile)
     EXPECT_THAT(filesBeside(paths.loose(u"old.csv")), ElementsAre("old.csv"));
     EXPECT_EQ(contentOf(paths.loose(u"old.csv")), "old");
     EXPECT_THAT(asserts.messages(), IsEmpty());
+}
+
+TEST(LibrarySaver, AFileMayBearANameThatIsNoUtf8)
+{
+    const TestPaths paths;
+    for (const wchar_t *extension : {L".json", L".tools"}) {
+        const std::wstring path =
+            Varn::FileSystem::fromQString(paths.loose(u"byte ")) + static_cast<wchar_t>(0xDCFF) + extension;
+        const QString name = QString::fromStdWString(path);
+        EXPECT_EQ(failureOfSave(ToolLibraryUrl(name, ToolLibraryUrl::Custom), name), "none");
+        EXPECT_TRUE(Varn::FileSystem::isFile(path));
+        EXPECT_FALSE(Varn::FileSystem::remove(path)); // the temporary folder does not find every name
+    }
 }
 
 TEST(LibrarySaver, AFailureSaysWhatFailed)

@@ -250,6 +250,8 @@ TEST(ToolSourceLoader, AnArchiveUnderANameThatIsNoUtf8IsRead)
     const std::wstring odd = paths.loose(u"byte ").toStdWString() + static_cast<wchar_t>(0xDCFF) + L".tools";
     std::filesystem::rename(good.toStdString(), Varn::FileSystem::toPath(odd));
     EXPECT_EQ(ToolSourceLoader::load(ToolLibraryLocator::fromFilePath(odd), AbortableImpl())->numberOfTools(), 1u);
+    const Varn::Tools::ToolLibraryUrl url(QString::fromStdWString(odd), Varn::Tools::ToolLibraryUrl::Custom);
+    EXPECT_EQ(ToolSourceLoader::load(url, AbortableImpl())->numberOfTools(), 1u);
     EXPECT_FALSE(Varn::FileSystem::remove(odd)); // the temporary folder does not find every name
 }
 
