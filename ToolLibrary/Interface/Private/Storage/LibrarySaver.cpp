@@ -1,6 +1,5 @@
 #include "ToolLibrary/Interface/Private/Storage/LibrarySaver.h"
 
-#include "ToolLibrary/Interface/Private/Storage/ToolLibraryJsonStorage.h"
 #include "platform/tool/Exception.h"
 #include "platform/utils/FileSystem.h"
 #include "util/utility/Assert.h"
@@ -27,13 +26,14 @@ bool isOwnFile(const ToolLibraryUrl &url, const QString &path)
 
 } // namespace
 
-void LibrarySaver::saveLibrary(const ToolLibraryUrl &url, const QString &fileName, const ExportableLibrary &library)
+void LibrarySaver::saveLibrary(const ToolLibraryUrl &url, const QString &fileName, const ExportableLibrary &library,
+                               const Companions &companions)
 {
     VARN_EXPECTS(!fileName.endsWith(ToolLibraryUrl::libraryHubExtension));
     bool saved = false;
     if (fileName.endsWith(ToolLibraryUrl::libraryJsonExtension) ||
         fileName.endsWith(ToolLibraryUrl::libraryToolsExtension))
-        saved = saveLibraryAsJson(url, fileName, library);
+        saved = saveLibraryAsJson(url, fileName, library, companions);
     else if (fileName.endsWith(ToolLibraryUrl::libraryZetLibExtension))
         saved = saveLibraryAsZetlib(fileName, library);
     else if (fileName.endsWith(ToolLibraryUrl::libraryCsvExtension))
@@ -45,7 +45,7 @@ void LibrarySaver::saveLibrary(const ToolLibraryUrl &url, const QString &fileNam
 }
 
 bool LibrarySaver::saveLibraryAsJson(const ToolLibraryUrl &url, const QString &fileName,
-                                     const ExportableLibrary &library)
+                                     const ExportableLibrary &library, const Companions &companions)
 {
     VARN_EXPECTS(fileName.endsWith(ToolLibraryUrl::libraryJsonExtension) ||
                  fileName.endsWith(ToolLibraryUrl::libraryToolsExtension));
@@ -53,7 +53,7 @@ bool LibrarySaver::saveLibraryAsJson(const ToolLibraryUrl &url, const QString &f
     const auto others = isOwnFile(url, fileName) ? ToolLibraryJsonStorage::OtherEntries::Keep
                                                  : ToolLibraryJsonStorage::OtherEntries::Drop;
     return ToolLibraryJsonStorage::saveLibrary(ToolLibraryUrl(fileName, url.protocol()), library, regenerateGuids,
-                                               others);
+                                               others, companions);
 }
 
 bool LibrarySaver::saveLibraryAsZetlib(const QString &fileName, const ExportableLibrary &)

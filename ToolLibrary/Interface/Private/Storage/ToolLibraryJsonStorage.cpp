@@ -15,7 +15,9 @@
 #include <QDir>
 #include <QJsonDocument>
 
+#include <algorithm>
 #include <filesystem>
+#include <string_view>
 #include <system_error>
 
 namespace Varn::Tools {
@@ -26,7 +28,17 @@ using ToolLibraries::ExportableLibrary;
 using ToolLibraries::JsonFileWriter;
 using ToolLibraries::RapidjsonToolLibrary;
 using OtherEntries = ToolLibraryJsonStorage::OtherEntries;
+using Companions = ToolLibraryJsonStorage::Companions;
 using Text = JsonFileWriter::Text;
+
+/// What is to be written.
+struct Content {
+    Text text;
+    OtherEntries others = OtherEntries::Keep;
+    const Companions &companions;
+};
+
+const Companions noCompanions;
 
 constexpr int failureLevel = 1;
 const QString documentEntry = QStringLiteral("tools.json");
@@ -61,58 +73,79 @@ void clearReadOnlyFlag(const std::wstring &path)
                                      std::filesystem::perm_options::add, ignored);
 }
 
-bool beginsLikeAnArchive(const std::wstring &path)
+/// Whether replacing the file at \a path would lose no geometries. What cannot be looked into may hold some.
+bool holdsNoArchive(const std::wstring &path)
 {
+    if (!FileSystem::isFile(path))
+        return true;
     char head[4] = {};
     const FileSystem::File file = FileSystem::openForReading(path);
-    return file && std::fread(head, 1, sizeof head, file.get()) == sizeof head &&
-           std::string_view(head, sizeof head) == "PK\3\4";
+    if (!file)
+        return false;
+    const std::size_t size = std::fread(head, 1, sizeof head, file.get());
+    return std::ferror(file.get()) == 0 && std::string_view(head, size) != "PK\3\4";
 }
 
-/// Begins the archive with what is kept of the one at \a path. False for an archive that cannot be read: replacing it
-/// would lose its geometries.
-bool beginArchive(ZipToolFormat &archive, const std::wstring &path, OtherEntries others)
+/// Begins the archive with what is kept of the one at \a path, and the companions. False for an archive that cannot be
+/// read.
+bool beginArchive(ZipToolFormat &archive, const std::wstring &path, const Content &content)
 {
-    if (others == OtherEntries::Drop)
-        return archive.create();
-    return archive.createKeeping([](const QString &name) { return name != documentEntry; }) ||
-           !beginsLikeAnArchive(path);
+    const auto isKept = [&](const QString &name) {
+        return name != documentEntry && !content.companions.contains(name);
+    };
+    const bool begun =
+        content.others == OtherEntries::Drop ? archive.create() : archive.createKeeping(isKept) || holdsNoArchive(path);
+    return begun && std::ranges::all_of(content.companions, [&](const auto &companion) {
+               return archive.addFile(companion.first, companion.second);
+           });
 }
 
-bool writeZipped(const QString &path, const Text &text, OtherEntries others)
+bool writeZipped(const QString &path, const Content &content)
 {
     const std::wstring file = FileSystem::fromQString(path);
     clearReadOnlyFlag(file);
     ZipToolFormat archive(path);
-    return beginArchive(archive, file, others) && archive.addContent(documentEntry, text) && archive.write();
+    return beginArchive(archive, file, content) && archive.addContent(documentEntry, content.text) && archive.write();
 }
 
-bool writeFile(const ToolLibraryUrl &url, const Text &text, OtherEntries others)
+bool writeFile(const ToolLibraryUrl &url, const Content &content)
 {
     switch (url.version()) {
     case 1:
-        JsonFileWriter::writeText(FileSystem::fromQString(url.fullFilePath()), text);
+        JsonFileWriter::writeText(FileSystem::fromQString(url.fullFilePath()), content.text);
         return true;
     case 2:
-        return writeZipped(url.fullFilePath(), text, others);
+        return writeZipped(url.fullFilePath(), content);
     default:
         VARN_FAIL("Restricted flow");
         return false;
     }
 }
 
-bool writeAndAnnounce(const ToolLibraryUrl &url, const Text &text, OtherEntries others)
+bool writeAndAnnounce(const ToolLibraryUrl &url, const Content &content)
 {
-    if (!writeFile(url, text, others))
+    if (!writeFile(url, content))
         return false;
     if (url.isCloudLibrary())
         CloudLibraries::fireCloudUploadEvent(FileSystem::fromQString(url.fullFilePath()));
     return true;
 }
 
-void removeOldFile(const ToolLibraryUrl &url)
+/// Whether the name \a path is that of the file itself that \a other leads to.
+bool leadsTo(const std::wstring &other, const std::wstring &path)
+{
+    const std::filesystem::path file = FileSystem::toPath(path);
+    std::error_code missing;
+    const std::filesystem::path folder = std::filesystem::canonical(file.parent_path(), missing);
+    return std::filesystem::canonical(FileSystem::toPath(other), missing) == folder / file.filename();
+}
+
+/// Removes the file of the older form, once \a current has been written.
+void removeOldFile(const ToolLibraryUrl &url, const ToolLibraryUrl &current)
 {
     const std::wstring path = FileSystem::fromQString(url.fullFilePath());
+    if (leadsTo(FileSystem::fromQString(current.fullFilePath()), path)) // the new name is a link to the old one
+        return;
     if (const std::error_code error = FileSystem::remove(path))
         Ox::AppLogMgr::appLog(failureLevel, "ToolLibraryJsonStorage: Failed to remove " +
                                                 Messages::fromWideUnicodeToUTF8(path) + ": " + error.message());
@@ -120,13 +153,14 @@ void removeOldFile(const ToolLibraryUrl &url)
         CloudLibraries::markFileAsDeleted(path);
 }
 
-bool save(const ToolLibraryUrl &url, const Text &text, OtherEntries others)
+bool save(const ToolLibraryUrl &url, const Content &content)
 {
     if (!url.needsUpgrade())
-        return writeAndAnnounce(url, text, others);
-    if (!writeAndAnnounce(ToolLibraryUrl(url.convertToCurrentVersion()), text, others))
+        return writeAndAnnounce(url, content);
+    const ToolLibraryUrl current(url.convertToCurrentVersion());
+    if (!writeAndAnnounce(current, content))
         return false;
-    removeOldFile(url);
+    removeOldFile(url, current);
     return true;
 }
 
@@ -136,21 +170,21 @@ bool ToolLibraryJsonStorage::saveLibrary(const ToolLibraryUrl &url, const QMap<Q
                                          bool regenerateGuids)
 {
     const QMap<QString, QVariant> saved = regenerateGuids ? withNewGuids(library) : library;
-    return save(url, textOf(saved), OtherEntries::Keep);
+    return save(url, {textOf(saved), OtherEntries::Keep, noCompanions});
 }
 
 bool ToolLibraryJsonStorage::saveLibrary(const ToolLibraryUrl &url, const ExportableLibrary &library,
-                                         bool regenerateGuids, OtherEntries others)
+                                         bool regenerateGuids, OtherEntries others, const Companions &companions)
 {
     if (const auto *document = dynamic_cast<const RapidjsonToolLibrary *>(&library)) {
         const auto text = [&](const JsonFileWriter::Sink &sink) {
             return document->printIndented(sink, regenerateGuids);
         };
-        return save(url, text, others);
+        return save(url, {text, others, companions});
     }
     const QMap<QString, QVariant> map = library.toQVariantMap();
     const QMap<QString, QVariant> saved = regenerateGuids ? withNewGuids(map) : map;
-    return save(url, textOf(saved), others);
+    return save(url, {textOf(saved), others, companions});
 }
 
 void ToolLibraryJsonStorage::makeDefaultLocalLibrary()
@@ -165,7 +199,7 @@ void ToolLibraryJsonStorage::makeDefaultLocalLibrary()
 bool ToolLibraryJsonStorage::createLibrary(const ToolLibraryUrl &url)
 {
     const QMap<QString, QVariant> library{{QStringLiteral("data"), QVariantList()}};
-    return writeFile(url, textOf(library), OtherEntries::Drop);
+    return writeFile(url, {textOf(library), OtherEntries::Drop, noCompanions});
 }
 
 } // namespace Varn::Tools

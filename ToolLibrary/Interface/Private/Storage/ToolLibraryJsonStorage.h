@@ -6,9 +6,12 @@
 #include "ToolLibrary/IO/ToolLibraryUrl.h"
 #include "ToolLibrary/ToolLibraryExport.h"
 
+#include <QByteArray>
 #include <QMap>
 #include <QString>
 #include <QVariant>
+
+#include <map>
 
 namespace Varn::ToolLibraries {
 class ExportableLibrary;
@@ -33,9 +36,14 @@ public:
     /// is a programming error. Throws IOError with the text of JsonFileWriter. What fails leaves the old file.
     static bool saveLibrary(const ToolLibraryUrl &url, const QMap<QString, QVariant> &library, bool regenerateGuids);
 
-    /// The same bytes for a library in memory, which is not copied if it is a RapidjsonToolLibrary.
+    /// What goes into an archive beside the library document: name to content.
+    using Companions = std::map<QString, QByteArray>;
+
+    /// The same bytes for a library in memory, which is not copied if it is a RapidjsonToolLibrary. A ".tools" library
+    /// gets the \a companions at the same moment, in the place of entries of their names.
     static bool saveLibrary(const ToolLibraryUrl &url, const ToolLibraries::ExportableLibrary &library,
-                            bool regenerateGuids, OtherEntries others = OtherEntries::Keep);
+                            bool regenerateGuids, OtherEntries others = OtherEntries::Keep,
+                            const Companions &companions = {});
 
     /// Makes the folder of the local libraries and the library "Library.json" in it, unless they are there. Throws
     /// IOError when the library cannot be written.

@@ -150,6 +150,39 @@ TEST_F(StorageTest, AnArchiveThatCannotBeReadIsNotReplaced)
     EXPECT_EQ(documentIn(m_tools), indented(text));
 }
 
+TEST_F(StorageTest, AnArchiveThatCannotBeLookedIntoIsNotReplaced)
+{
+    putArchive(m_tools);
+    const std::string before = contentOf(m_tools);
+    letEveryoneIn({m_paths.loose(u""), m_paths.local(u""), m_paths.local(u"Local")});
+    {
+        const AsNobody nobody({m_tools});
+        ASSERT_EQ(chmod(m_tools.toStdString().c_str(), 0200), 0);
+        EXPECT_FALSE(ToolLibraryJsonStorage::saveLibrary(m_toolsUrl, *libraryOf(text), false));
+        ASSERT_EQ(chmod(m_tools.toStdString().c_str(), 0600), 0);
+    }
+    EXPECT_EQ(contentOf(m_tools), before);
+}
+
+TEST_F(StorageTest, AnArchiveGetsItsCompanionsAtTheSameMoment)
+{
+    putArchive(m_tools);
+    EXPECT_TRUE(ToolLibraryJsonStorage::saveLibrary(m_toolsUrl, *libraryOf(text), false, OtherEntries::Keep,
+                                                    {{"a.3DTool", "better"}, {"b.3DTool", "new"}}));
+    EXPECT_THAT(ZipToolFormat(m_tools).getFileNames(),
+                testing::UnorderedElementsAre("a.3DTool", "b.3DTool", "notes/read me.txt", "tools.json"));
+    QByteArray solid;
+    EXPECT_TRUE(ZipToolFormat(m_tools).getData("a.3DTool", solid));
+    EXPECT_EQ(solid, "better");
+    EXPECT_TRUE(ToolLibraryJsonStorage::saveLibrary(m_toolsUrl, *libraryOf(text), false, OtherEntries::Drop,
+                                                    {{"b.3DTool", "new"}}));
+    EXPECT_THAT(ZipToolFormat(m_tools).getFileNames(), ElementsAre("b.3DTool", "tools.json"));
+    const std::string before = contentOf(m_tools);
+    EXPECT_FALSE(ToolLibraryJsonStorage::saveLibrary(m_toolsUrl, *libraryOf(text), false, OtherEntries::Drop,
+                                                     {{"../b.3DTool", "new"}}));
+    EXPECT_EQ(contentOf(m_tools), before);
+}
+
 TEST_F(StorageTest, AReadOnlyArchiveIsWrittenAndAReadOnlyDocumentIsNot)
 {
     putArchive(m_tools);
@@ -209,6 +242,23 @@ TEST_F(StorageTest, AnOlderFormMovesOnAndItsFileGoes)
     EXPECT_TRUE(
         ToolLibraryJsonStorage::saveLibrary(ToolLibraryUrl("toollibraryroot://Local/a.zetlib"), mapOf(text), false))
         << "no old file is fine";
+}
+
+TEST_F(StorageTest, AnOlderFormThatTheNewNameLeadsToIsTheLibrary)
+{
+    const QString old = m_paths.local(u"Local/a.zetlib");
+    const ToolLibraryUrl url("toollibraryroot://Local/a.zetlib");
+    writeFile(old, "old");
+    ASSERT_TRUE(QFile::link("a.zetlib", m_json));
+    EXPECT_TRUE(ToolLibraryJsonStorage::saveLibrary(url, *libraryOf(text), false));
+    EXPECT_EQ(contentOf(m_json), indented(text)) << "its file was removed";
+    QFile::remove(m_json);
+    QFile::remove(old);
+    writeFile(m_json, "old");
+    ASSERT_TRUE(QFile::link("a.json", old));
+    EXPECT_TRUE(ToolLibraryJsonStorage::saveLibrary(url, *libraryOf(text), false));
+    EXPECT_EQ(contentOf(m_json), indented(text));
+    EXPECT_THAT(filesBeside(m_json), ElementsAre("a.json")) << "a link to the new file goes";
 }
 
 TEST_F(StorageTest, AFailedUpgradeLeavesTheOldFile)
