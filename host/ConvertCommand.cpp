@@ -2,7 +2,6 @@
 #include "host/Engine.h"
 
 #include "ToolLibrary/IO/ToolLibraryUrl.h"
-#include "ToolLibrary/IO/ZipToolFormat.h"
 #include "ToolLibrary/Interface/Private/Storage/LibrarySaver.h"
 #include "ToolLibrary/Interface/Private/ToolSourceSink/DiskLibrary.h"
 #include "ToolLibrary/Interface/Private/ToolSourceSink/ToolSourceLoader.h"
@@ -11,34 +10,32 @@
 #include "platform/utils/FileReplacement.h"
 #include "platform/utils/FileSystem.h"
 #include "platform/utils/Messages.h"
+#include "platform/zip/CZipArchive.h"
+#include "platform/zip/EntryNames.h"
 
-#include <map>
 #include <set>
+#include <utility>
 
 namespace Quillon {
 
 using namespace Varn::ToolLibraries;
+using Varn::CZipArchive;
 using Varn::FileSystem;
 using Varn::Messages;
 using Varn::Tools::ToolLibraryUrl;
-using Varn::Tools::ZipToolFormat;
 
 namespace {
 
+const QString documentEntry = QStringLiteral("tools.json");
 const QString geometryExtension = QStringLiteral(".3DTool");
 
-/// What lies beside a library document, in an archive or in a folder: name to content.
-using Companions = std::map<QString, QByteArray>;
-
-bool isArchive(const std::wstring &path)
-{
-    return FileSystem::getExtension(path) == L".tools";
-}
+/// What lies beside a library document, in an archive or in a folder.
+using Companions = LibrarySaver::Companions;
 
 QByteArray contentOf(const std::wstring &path)
 {
-    QByteArray content;
     const FileSystem::File file = FileSystem::openForReading(path);
+    QByteArray content;
     char block[65536];
     while (const std::size_t count = file ? std::fread(block, 1, sizeof block, file.get()) : 0)
         content.append(block, static_cast<qsizetype>(count));
@@ -47,13 +44,27 @@ QByteArray contentOf(const std::wstring &path)
     return content;
 }
 
-Companions companionsInArchive(const std::wstring &path)
+/// All entries but the document, for an archive that is kept in memory once, however many there are. A name that leads
+/// out of a folder is none for a new archive either.
+Companions companionsInArchive(const CZipArchive &archive)
 {
     Companions companions;
-    ZipToolFormat archive(QString::fromStdWString(path));
-    for (const QString &name : archive.getFileNames())
-        if (name != QLatin1String("tools.json") && !archive.getData(name, companions[name]))
-            throw IOError("Cannot read from the archive: " + name.toStdString());
+    for (int i = 0; i < archive.GetCount(); ++i) {
+        const std::wstring &entry = archive.GetFileInfo(i)->GetFileName();
+        const QString name = QString::fromStdWString(entry);
+        if (name == documentEntry || !Varn::EntryNames::isSafe(entry))
+            continue;
+        const auto [companion, isNew] = companions.try_emplace(name);
+        if (!isNew)
+            throw IOError("Cannot read from the archive: " + name.toStdString() + " is there twice");
+        try {
+            archive.ExtractFile(i, [&content = companion->second](std::string_view block) {
+                content.append(block.data(), static_cast<qsizetype>(block.size()));
+            });
+        } catch (const Varn::CZipException &failure) {
+            throw IOError(std::string("Cannot read from the archive: ") + failure.what());
+        }
+    }
     return companions;
 }
 
@@ -86,22 +97,30 @@ Companions companionsInFolder(const std::wstring &path, const DiskLibrary &libra
     return companions;
 }
 
-void addToArchive(const std::wstring &path, const Companions &companions)
+Companions companionsOf(const std::wstring &path, const DiskLibrary &library)
 {
-    ZipToolFormat archive(QString::fromStdWString(path));
-    bool done = archive.createKeeping([](const QString &name) { return name == QLatin1String("tools.json"); });
-    for (const auto &[name, content] : companions)
-        done = done && archive.addFile(name, content);
-    if (!done || !archive.write())
-        throw IOError("Failed to export library");
+    CZipArchive archive;
+    if (FileSystem::hasExtension(path, L".tools") && archive.Open(path))
+        return companionsInArchive(archive);
+    return companionsInFolder(path, library);
+}
+
+/// Only geometries lie beside a library: an archive of anybody may hold a file of any name.
+Companions geometriesOf(Companions companions)
+{
+    std::erase_if(companions, [](const auto &companion) {
+        return !companion.first.endsWith(geometryExtension) ||
+               !FileSystem::isValidFileName(companion.first.toStdWString());
+    });
+    return companions;
 }
 
 /// A geometry that is there already is the same: its name is its identity.
-void putBeside(const std::wstring &path, const Companions &companions)
+void putBeside(const std::wstring &path, const Companions &geometries)
 {
-    for (const auto &[name, content] : companions) {
+    for (const auto &[name, content] : geometries) {
         const std::wstring file = FileSystem::combine(FileSystem::getFolder(path), name.toStdWString());
-        if (!FileSystem::isValidFileName(name.toStdWString()) || FileSystem::exists(file))
+        if (FileSystem::exists(file))
             continue;
         Varn::FileReplacement replacement(file);
         if (!replacement.write({content.constData(), static_cast<std::size_t>(content.size())}) ||
@@ -125,13 +144,13 @@ void runConvert(const ConvertOptions &options, const Streams &streams)
         throw IOError("File already exists: " + options.output);
     const std::shared_ptr<DiskLibrary> library =
         ToolSourceLoader::loadFromNonDocument(ToolLibraryLocator::fromFilePath(input), Varn::AbortableImpl());
-    const Companions companions = isArchive(input) ? companionsInArchive(input) : companionsInFolder(input, *library);
-    LibrarySaver::saveLibrary(ToolLibraryUrl(QString::fromStdWString(input), ToolLibraryUrl::Custom),
-                              QString::fromStdWString(output), *library);
-    if (isArchive(output) && !companions.empty())
-        addToArchive(output, companions);
-    else if (!isArchive(output))
+    Companions companions = companionsOf(input, *library);
+    if (!output.ends_with(L".tools"))
+        companions = geometriesOf(std::move(companions));
+    if (output.ends_with(L".json")) // first, so that no library is without its geometries
         putBeside(output, companions);
+    LibrarySaver::saveLibrary(ToolLibraryUrl(QString::fromStdWString(input), ToolLibraryUrl::Custom),
+                              QString::fromStdWString(output), *library, companions);
     streams.out << "Wrote " << library->numberOfTools() << " tools";
     if (!companions.empty())
         streams.out << " and " << companions.size() << " files beside them";

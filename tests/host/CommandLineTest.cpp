@@ -1,8 +1,11 @@
 #include "host/CommandLine.h"
 #include "support/FakePlatformLibraries.h"
+#include "support/FileContent.h"
 #include "support/LibraryFile.h"
 #include "support/Rights.h"
 #include "support/TestPaths.h"
+
+#include "ToolLibrary/IO/ZipToolFormat.h"
 
 #include <gmock/gmock.h>
 
@@ -15,9 +18,13 @@
 using namespace Quillon;
 using namespace TestSupport;
 using namespace Varn::ToolLibraries;
+using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::Not;
+using testing::SizeIs;
 using testing::StartsWith;
+using testing::UnorderedElementsAre;
+using Varn::Tools::ZipToolFormat;
 
 namespace {
 
@@ -70,8 +77,7 @@ std::shared_ptr<FakePlatformLibraries> hubWithALibrary()
 
 std::string contentOf(const std::string &path)
 {
-    QFile file(QString::fromStdString(path));
-    return file.open(QIODevice::ReadOnly) ? file.readAll().toStdString() : "cannot be read";
+    return TestSupport::contentOf(QString::fromStdString(path));
 }
 
 class CommandLine : public testing::Test
@@ -391,6 +397,54 @@ TEST_F(CommandLine, GeometriesGoAlongWithAConvertedLibrary)
     EXPECT_EQ(contentOf(path(u"out/solid-1.3DTool")), "one");
     EXPECT_EQ(contentOf(path(u"out/solid-2.3DTool")), "there before");
     EXPECT_FALSE(QFile::exists(m_paths.loose(u"out/other.3DTool")));
+}
+
+TEST_F(CommandLine, OnlyGeometriesLeaveAnArchive)
+{
+    const auto path = [this](QStringView name) { return m_paths.loose(name).toStdString(); };
+    ZipToolFormat archive(m_paths.loose(u"in.TOOLS"));
+    for (const char *name : {"solid.3DTool", ".profile", "Library.json", "notes/read me.txt", "notes/far.3DTool"})
+        ASSERT_TRUE(archive.addFile(name, name));
+    ASSERT_TRUE(archive.addFile("tools.json", QByteArray::fromStdString(libraryText({toolText(1)}))));
+    ASSERT_TRUE(archive.write());
+    writeFile(m_paths.loose(u"out/there.json"), "");
+    EXPECT_EQ(run({"convert", path(u"in.TOOLS"), path(u"out/lib.json")}).out,
+              "Wrote 1 tools and 1 files beside them to " + path(u"out/lib.json") + "\n");
+    EXPECT_THAT(filesBeside(m_paths.loose(u"out/lib.json")), ElementsAre("lib.json", "solid.3DTool", "there.json"));
+    EXPECT_EQ(run({"convert", path(u"in.TOOLS"), path(u"all.tools")}).status, Done);
+    EXPECT_THAT(ZipToolFormat(m_paths.loose(u"all.tools")).getFileNames(),
+                UnorderedElementsAre("solid.3DTool", ".profile", "Library.json", "notes/read me.txt",
+                                     "notes/far.3DTool", "tools.json"));
+    EXPECT_EQ(run({"convert", path(u"all.tools"), path(u"all.tools"), "--force"}).status, Done);
+    EXPECT_THAT(ZipToolFormat(m_paths.loose(u"all.tools")).getFileNames(), SizeIs(6)) << "onto itself";
+}
+
+TEST_F(CommandLine, AGeometryThatCannotBeReadIsNotLeftBehindInSilence)
+{
+    const std::string text = libraryText({toolText(1, R"("geometry":{"3DGeometry":{"id":"solid"}})")});
+    writeFile(m_paths.loose(u"in/lib.json"), text);
+    writeFile(m_paths.loose(u"in/solid.3DTool"), "solid");
+    const std::string in = m_paths.loose(u"in/lib.json").toStdString();
+    const std::string solid = m_paths.loose(u"in/solid.3DTool").toStdString();
+    const std::string out = m_paths.loose(u"o.tools").toStdString();
+    letEveryoneIn({m_paths.loose(u""), m_paths.loose(u"in")});
+    ASSERT_EQ(chmod(solid.c_str(), 0), 0);
+    {
+        const AsNobody nobody;
+        const Outcome outcome = run({"convert", in, out});
+        EXPECT_EQ(outcome.status, Failed);
+        EXPECT_EQ(outcome.err, in + ": Cannot read " + solid + "\n");
+        EXPECT_FALSE(QFile::exists(m_paths.loose(u"o.tools")));
+    }
+    ASSERT_EQ(chmod(solid.c_str(), 0644), 0);
+    EXPECT_EQ(run({"convert", in, out}).status, Done);
+    std::string damaged = contentOf(out);
+    damaged[damaged.find("solid.3DTool") + 12 + 2] ^= 1;
+    writeFile(m_paths.loose(u"o.tools"), damaged);
+    const Outcome outcome = run({"convert", out, m_paths.loose(u"o.json").toStdString()});
+    EXPECT_EQ(outcome.status, Failed);
+    EXPECT_THAT(outcome.err, StartsWith(out + ": Cannot read from the archive: entry 'solid.3DTool': "));
+    EXPECT_FALSE(QFile::exists(m_paths.loose(u"o.json")));
 }
 
 TEST_F(CommandLine, ACloudFolderJoinsTheTree)
