@@ -13,6 +13,7 @@
 #include <QElapsedTimer>
 #include <QFileInfo>
 
+#include <algorithm>
 #include <csignal>
 #include <random>
 #include <thread>
@@ -154,6 +155,34 @@ TEST_F(QuillonFault, AFullDiskLeavesTheOldLibrary)
         EXPECT_EQ(contentOf(tools), toolsBefore);
     }
     EXPECT_EQ(entriesBeside(), (QStringList{QStringLiteral("library.json"), QStringLiteral("library.tools")}));
+}
+
+TEST_F(QuillonFault, OnAFullDiskNoLibraryIsWithoutItsGeometries)
+{
+    std::string solid(100'000, '\0'); // it does not get smaller
+    std::ranges::generate(solid, std::mt19937(7));
+    QDir(m_folder.path()).mkpath(QStringLiteral("in"));
+    writeFile(path(QStringLiteral("in/a.json")),
+              libraryText({toolText(1, R"("geometry":{"3DGeometry":{"id":"solid"}})")}));
+    writeFile(path(QStringLiteral("in/solid.3DTool")), solid);
+    const auto convert = [this](const char *from, const char *to, const std::function<void()> &inChild = {}) {
+        return QuillonProcess({QStringLiteral("convert"), path(QString::fromLatin1(from)),
+                               path(QString::fromLatin1(to)), QStringLiteral("--force")},
+                              home(), inChild)
+            .finish();
+    };
+    const auto limit = [] { // room for the library alone
+        const rlimit size{20'000, 20'000};
+        setrlimit(RLIMIT_FSIZE, &size);
+        std::signal(SIGXFSZ, SIG_IGN);
+    };
+    ASSERT_EQ(convert("in/a.json", "a.tools").status, 0);
+    const QByteArray before = contentOf(path(QStringLiteral("a.tools")));
+    EXPECT_EQ(convert("in/a.json", "a.tools", limit).status, 1);
+    EXPECT_EQ(contentOf(path(QStringLiteral("a.tools"))), before);
+    EXPECT_EQ(convert("in/a.json", "b.tools", limit).status, 1);
+    EXPECT_EQ(convert("a.tools", "b.json", limit).status, 1);
+    EXPECT_EQ(entriesBeside(), QStringList{QStringLiteral("a.tools")});
 }
 
 TEST_F(QuillonFault, AReadOnlyFileIsRefused)
