@@ -39,29 +39,32 @@ public:
     }
 };
 
-/// Hands what the reader finds to the document, asks the abortable at the end of each object, and keeps the reader,
-/// which recurses, from going deeper than a stack holds.
+/// Hands what the reader finds to the document, asks the abortable at the end of each object, counts the values, and
+/// keeps the reader, which recurses, from going deeper than a stack holds.
 class GuardedHandler
 {
 public:
     using Ch = char; // the name that RapidJSON asks for
     using Size = rapidjson::SizeType;
 
-    GuardedHandler(rapidjson::Document &document, const Abortable &abortable)
-        : m_document(document), m_abortable(abortable)
+    GuardedHandler(rapidjson::Document &document, const Abortable &abortable, std::size_t mostValues)
+        : m_document(document), m_abortable(abortable), m_valuesLeft(mostValues)
     {
     }
 
-    bool Null() { return m_document.Null(); }
-    bool Bool(bool value) { return m_document.Bool(value); }
-    bool Int(int value) { return m_document.Int(value); }
-    bool Uint(unsigned value) { return m_document.Uint(value); }
-    bool Int64(int64_t value) { return m_document.Int64(value); }
-    bool Uint64(uint64_t value) { return m_document.Uint64(value); }
-    bool Double(double value) { return m_document.Double(value); }
-    bool RawNumber(const Ch *text, Size length, bool copy) { return m_document.RawNumber(text, length, copy); }
-    bool String(const Ch *text, Size length, bool copy) { return m_document.String(text, length, copy); }
-    bool Key(const Ch *text, Size length, bool copy) { return m_document.Key(text, length, copy); }
+    bool Null() { return count() && m_document.Null(); }
+    bool Bool(bool value) { return count() && m_document.Bool(value); }
+    bool Int(int value) { return count() && m_document.Int(value); }
+    bool Uint(unsigned value) { return count() && m_document.Uint(value); }
+    bool Int64(int64_t value) { return count() && m_document.Int64(value); }
+    bool Uint64(uint64_t value) { return count() && m_document.Uint64(value); }
+    bool Double(double value) { return count() && m_document.Double(value); }
+    bool RawNumber(const Ch *text, Size length, bool copy)
+    {
+        return count() && m_document.RawNumber(text, length, copy);
+    }
+    bool String(const Ch *text, Size length, bool copy) { return count() && m_document.String(text, length, copy); }
+    bool Key(const Ch *text, Size length, bool copy) { return count() && m_document.Key(text, length, copy); }
     bool StartObject() { return descend() && m_document.StartObject(); }
     bool EndObject(Size members)
     {
@@ -78,10 +81,12 @@ public:
 private:
     static constexpr int maximumDepth = 1000;
 
-    bool descend() { return ++m_depth <= maximumDepth; }
+    bool count() { return m_valuesLeft > 0 && m_valuesLeft-- > 0; }
+    bool descend() { return count() && ++m_depth <= maximumDepth; }
 
     rapidjson::Document &m_document;
     const Abortable &m_abortable;
+    std::size_t m_valuesLeft;
     int m_depth = 0;
 };
 
@@ -103,13 +108,13 @@ namespace Varn::ToolLibraries {
 
 namespace {
 
-/// Parses \a stream into \a target; false on bad text, an abort or text nested too deeply.
+/// Parses \a stream into \a target; false on bad text, an abort, text nested too deeply or of too many values.
 template <typename SourceEncoding, typename Stream>
-bool parse(Stream &stream, rapidjson::Document &target, const Abortable &abortable)
+bool parse(Stream &stream, rapidjson::Document &target, const Abortable &abortable, std::size_t mostValues)
 {
     bool parsed = false;
     auto generator = [&](rapidjson::Document &document) {
-        GuardedHandler handler(document, abortable);
+        GuardedHandler handler(document, abortable, mostValues);
         rapidjson::GenericReader<SourceEncoding, rapidjson::UTF8<>> reader;
         parsed = !reader.template Parse<rapidjson::kParseDefaultFlags>(stream, handler).IsError();
         return parsed;
@@ -154,26 +159,26 @@ bool RapidJsonLibraryWriter::acceptJsonFile(const std::wstring &path, const Abor
     if (encoding.isUtf8) {
         std::fseek(file.get(), static_cast<long>(encoding.markLength), SEEK_SET);
         Utf8FileStream stream(file.get());
-        return parse<rapidjson::UTF8<>>(stream, *m_target, abortable) && !stream.atInvalidText();
+        return parse<rapidjson::UTF8<>>(stream, *m_target, abortable, m_mostValues) && !stream.atInvalidText();
     }
     std::array<char, 65536> buffer;
     rapidjson::FileReadStream blocks(file.get(), buffer.data(), buffer.size());
     rapidjson::AutoUTFInputStream<unsigned, rapidjson::FileReadStream> stream(blocks);
-    return parse<rapidjson::AutoUTF<unsigned>>(stream, *m_target, abortable);
+    return parse<rapidjson::AutoUTF<unsigned>>(stream, *m_target, abortable, m_mostValues);
 }
 
 bool RapidJsonLibraryWriter::acceptJsonBytes(const QByteArray &bytes, const Abortable &abortable) const
 {
     BytesStream stream(bytes.constData(), static_cast<std::size_t>(bytes.size()));
     skipByteOrderMark(stream);
-    return parse<rapidjson::UTF8<>>(stream, *m_target, abortable);
+    return parse<rapidjson::UTF8<>>(stream, *m_target, abortable, m_mostValues);
 }
 
 bool RapidJsonLibraryWriter::acceptJsonString(const std::string &text, const Abortable &abortable) const
 {
     rapidjson::StringStream stream(text.c_str());
     skipByteOrderMark(stream);
-    return parse<rapidjson::UTF8<>>(stream, *m_target, abortable);
+    return parse<rapidjson::UTF8<>>(stream, *m_target, abortable, m_mostValues);
 }
 
 void RapidJsonLibraryWriter::acceptQVariantMap(const QMap<QString, QVariant> &map) const

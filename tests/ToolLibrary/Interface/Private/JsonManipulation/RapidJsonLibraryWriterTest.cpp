@@ -99,6 +99,29 @@ std::size_t openFiles()
 
 } // namespace
 
+TEST_F(RapidJsonLibraryWriterTest, ADocumentHasOnlySoManyValues)
+{
+    const struct {
+        const char *text;
+        std::size_t values;
+    } rows[] = {
+        {"0", 1},
+        {"[0,-1,2.5,5000000000,-5000000000,10000000000000000000,null,true,false,\"\"]", 11},
+        {R"({"":0,"a":{},"b":[]})", 7},
+        {"[[],[],[]]", 4},
+    };
+    for (const auto &row : rows)
+        for (const std::size_t most : {row.values, row.values - 1}) {
+            rapidjson::Document document;
+            const RapidJsonLibraryWriter writer(&document, most);
+            const bool fits = most == row.values;
+            EXPECT_EQ(writer.acceptJsonBytes(row.text, m_abortable), fits) << row.text;
+            EXPECT_EQ(writer.acceptJsonString(row.text, m_abortable), fits) << row.text;
+            EXPECT_EQ(writer.acceptJsonFile(file(row.text), m_abortable), fits) << row.text;
+            EXPECT_EQ(writer.acceptJsonFile(file("\xEF\xBB\xBF"s + row.text), m_abortable), fits) << row.text;
+        }
+}
+
 TEST_F(RapidJsonLibraryWriterTest, EachFormReadsStrictJson)
 {
     struct Row {
