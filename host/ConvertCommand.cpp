@@ -40,7 +40,7 @@ QByteArray contentOf(const std::wstring &path)
     while (const std::size_t count = file ? std::fread(block, 1, sizeof block, file.get()) : 0)
         content.append(block, static_cast<qsizetype>(count));
     if (!file || std::ferror(file.get()))
-        throw IOError("Could not read " + Messages::fromWideUnicodeToUTF8(path));
+        throw IOError("Cannot read " + Messages::fromWideUnicodeToUTF8(path));
     return content;
 }
 

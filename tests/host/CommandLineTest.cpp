@@ -259,23 +259,6 @@ TEST_F(CommandLine, AFileMayHaveAnyName)
     std::filesystem::remove(m_paths.loose(u"").toStdString() + "/latin1 \xfc.json"); // which Qt does not see
 }
 
-TEST_F(CommandLine, AGeometryThatCannotBeReadStopsAConversion)
-{
-    writeFile(m_paths.loose(u"in/lib.json"), libraryText({toolText(1, R"("geometry":{"3DGeometry":{"id":"solid"}})")}));
-    writeFile(m_paths.loose(u"in/solid.3DTool"), "secret");
-    letEveryoneIn({m_paths.loose(u""), m_paths.loose(u"in")});
-    ASSERT_EQ(chmod(qPrintable(m_paths.loose(u"in/solid.3DTool")), 0), 0);
-    const std::string in = m_paths.loose(u"in/lib.json").toStdString();
-    Outcome outcome;
-    {
-        const AsNobody nobody;
-        outcome = run({"convert", in, m_paths.loose(u"out.tools").toStdString()});
-    }
-    EXPECT_EQ(outcome.status, Failed);
-    EXPECT_EQ(outcome.err, in + ": Could not read " + m_paths.loose(u"in/solid.3DTool").toStdString() + "\n");
-    EXPECT_FALSE(QFile::exists(m_paths.loose(u"out.tools")));
-}
-
 TEST_F(CommandLine, LibrariesOfAHubAreShownToo)
 {
     const auto hub = hubWithALibrary();
