@@ -8,15 +8,20 @@
 #include <json/value.h>
 
 #include <compare>
+#include <cstdint>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <set>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace Varn::ToolLibraries {
 
 class IndexedTool;
+class PageColumns;
+class ToolFilterTerm;
 
 /// Filters are {"key","values"}; the form of the values tells what is meant:
 ///
@@ -30,8 +35,23 @@ class IndexedTool;
 class TOOL_LIBRARY_EXPORT ToolFilter
 {
 public:
-    /// The library is the one that the tool comes from.
-    using Predicate = std::function<bool(const IndexedTool &, const ToolLibraryLocator &)>;
+    using Term = std::shared_ptr<const ToolFilterTerm>;
+
+    /// All terms together, asked in their order until one says no.
+    class Predicate
+    {
+    public:
+        explicit Predicate(std::vector<Term> terms);
+
+        /// \a library is the one that the tool comes from.
+        bool operator()(const IndexedTool &tool, const ToolLibraryLocator &library) const;
+
+        /// The marks of the tools of a library that pass.
+        std::vector<std::uint8_t> marksOf(PageColumns &columns, const ToolLibraryLocator &library) const;
+
+    private:
+        std::vector<Term> m_terms;
+    };
 
     /// A tool passes that \a searchQuery is found in, and every filter. The query is looked for in comment, product id,
     /// vendor and name, without regard to case and blanks. Throws Json::Exception for a filter that is no object, or
@@ -41,15 +61,15 @@ public:
 private:
     using Ordering = std::function<bool(std::partial_ordering)>;
 
-    static std::optional<Predicate> createOneFilterFunction(const std::string &key, const Json::Value &values);
-    static std::optional<Predicate> createCustomFilterFunction(const std::string &key, const Json::Value &values);
-    static std::optional<Predicate> createObjectFilterFunction(const std::string &key, const Json::Value &object);
-    static Predicate createEnumFilterFunction(const std::string &key, std::set<std::string> texts);
-    static std::optional<Predicate> createNumberFilterFunction(const std::string &key, Ordering ordering,
-                                                               double number);
-    static Predicate createRangeFilterFunction(const std::string &key, double lower, double upper);
+    // Null for what restricts nothing.
+    static Term createOneFilterFunction(const std::string &key, const Json::Value &values);
+    static Term createCustomFilterFunction(const std::string &key, const Json::Value &values);
+    static Term createObjectFilterFunction(const std::string &key, const Json::Value &object);
+    static Term createEnumFilterFunction(const std::string &key, std::set<std::string> texts);
+    static Term createNumberFilterFunction(const std::string &key, Ordering ordering, double number);
+    static Term createRangeFilterFunction(const std::string &key, double lower, double upper);
     static std::optional<Ordering> createComparisonFunction(const std::string &op, bool negated);
-    static Predicate createSearchFilterFunction(std::string_view searchQuery);
+    static Term createSearchFilterFunction(std::string_view searchQuery);
 };
 
 } // namespace Varn::ToolLibraries

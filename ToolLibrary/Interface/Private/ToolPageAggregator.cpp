@@ -1,5 +1,6 @@
 #include "ToolLibrary/Interface/Private/ToolPageAggregator.h"
 
+#include "ToolLibrary/Interface/Private/ColumnedSource.h"
 #include "ToolLibrary/Interface/Private/ToolKeys.h"
 #include "ToolLibrary/Interface/Private/ToolSorter.h"
 #include "ToolLibrary/Interface/Private/ToolSourceSink/ToolSource.h"
@@ -11,7 +12,7 @@
 #include "util/utility/Assert.h"
 
 #include <algorithm>
-#include <cstdint>
+#include <set>
 #include <utility>
 
 namespace Varn::ToolLibraries {
@@ -41,11 +42,10 @@ ToolPageAggregator::ToolPageAggregator(LibraryGetter getLibrary) : m_latestVersi
 
 std::unique_ptr<ToolPage> ToolPageAggregator::fetchPage(const ToolPageRequest &request) const
 {
-    const ToolFilter::Predicate filter =
-        ToolFilter::createFilterFunction(request.filtersState(), request.searchQuery());
-    const Sort sort = createSort(request.sortState());
-    const Window window{request.pageLimit(), request.pageOffset()};
-    const std::int64_t pageEnd = std::int64_t{window.limit} + window.offset;
+    const Question question{ToolFilter::createFilterFunction(request.filtersState(), request.searchQuery()),
+                            std::string(request.sortState()),
+                            createSort(request.sortState()),
+                            {request.pageLimit(), request.pageOffset()}};
     Counters counters;
     bool filled = false;
     Json::Value tools;
@@ -56,10 +56,10 @@ std::unique_ptr<ToolPage> ToolPageAggregator::fetchPage(const ToolPageRequest &r
             entry = Json::Value(Json::arrayValue);
             continue;
         }
-        entry = fetchToolsInPage(locator, filter, sort, recorder, window, counters);
-        filled = counters.matched > pageEnd;
+        entry = fetchToolsInPage(locator, question, recorder, counters);
+        filled = counters.matched > question.window.end();
     }
-    return ToolPage::make(std::move(tools), recorder.getRecordedToolTypes(), window.limit, window.offset,
+    return ToolPage::make(std::move(tools), recorder.getRecordedToolTypes(), request.pageLimit(), request.pageOffset(),
                           counters.matched, counters.total, m_latestVersion);
 }
 
@@ -71,9 +71,8 @@ ToolPageAggregator::Sort ToolPageAggregator::createSort(std::string_view sortSta
         [order = ToolSorter::createSortFunction(sortState)](Tools &tools) { std::ranges::stable_sort(tools, order); };
 }
 
-Json::Value ToolPageAggregator::fetchToolsInPage(const ToolLibraryLocator &locator, const ToolFilter::Predicate &filter,
-                                                 const Sort &sort, ToolTypeRecorder &recorder, Window window,
-                                                 Counters &counters) const
+Json::Value ToolPageAggregator::fetchToolsInPage(const ToolLibraryLocator &locator, const Question &question,
+                                                 ToolTypeRecorder &recorder, Counters &counters) const
 {
     std::shared_ptr<ToolSource> source;
     try {
@@ -83,24 +82,53 @@ Json::Value ToolPageAggregator::fetchToolsInPage(const ToolLibraryLocator &locat
     }
     VARN_ASSERT_TEXT(source->getVersion() == m_latestVersion,
                      "Tool library should have been migrated to the latest version already");
+    if (const auto *columned = dynamic_cast<const ColumnedSource *>(source.get()))
+        if (std::optional<Json::Value> page = fetchFromColumns(*columned, locator, question, recorder, counters))
+            return std::move(*page);
     int seen = 0;
-    const Tools matches = fetchToolsInLibrary(*source, locator, filter, sort, seen);
+    const Tools matches = fetchToolsInLibrary(*source, locator, question, seen);
     counters.total += seen;
     Json::Value page(Json::arrayValue);
-    const std::int64_t pageEnd = std::int64_t{window.limit} + window.offset;
     for (const auto &match : matches) {
         ++counters.matched;
-        if (counters.matched > window.offset && counters.matched <= pageEnd)
+        if (question.window.holds(counters.matched))
             page.append(match->getTool().getToolValue());
         recorder.addToolType(match->getType());
     }
     return page;
 }
 
+/// The same by way of what the library keeps; nothing where that has no order to offer.
+std::optional<Json::Value> ToolPageAggregator::fetchFromColumns(const ColumnedSource &source,
+                                                                const ToolLibraryLocator &locator,
+                                                                const Question &question, ToolTypeRecorder &recorder,
+                                                                Counters &counters)
+{
+    const ColumnedSource::Use columns = source.useColumns();
+    const std::vector<PageColumns::Row> *order = columns->order(question.sortState);
+    if (!order)
+        return std::nullopt;
+    const PageColumns::Marks marks = question.filter.marksOf(*columns, locator);
+    counters.total += static_cast<int>(columns->size());
+    Json::Value page(Json::arrayValue);
+    std::set<ToolGeometry::Type> types;
+    const std::vector<ToolGeometry::Type> &typeOf = columns->types();
+    for (const PageColumns::Row row : *order) {
+        if (!marks[row])
+            continue;
+        ++counters.matched;
+        if (question.window.holds(counters.matched))
+            page.append(source.toolOfRow(row)->getToolValue());
+        types.insert(typeOf[row]);
+    }
+    for (const ToolGeometry::Type type : types)
+        recorder.addToolType(type);
+    return page;
+}
+
 ToolPageAggregator::Tools ToolPageAggregator::fetchToolsInLibrary(const ToolSource &source,
                                                                   const ToolLibraryLocator &locator,
-                                                                  const ToolFilter::Predicate &filter, const Sort &sort,
-                                                                  int &seen)
+                                                                  const Question &question, int &seen)
 {
     Tools tools;
     tools.reserve(source.numberOfTools());
@@ -111,10 +139,10 @@ ToolPageAggregator::Tools ToolPageAggregator::fetchToolsInLibrary(const ToolSour
             continue;
         ++seen;
         auto indexed = std::make_unique<IndexedTool>(std::move(tool));
-        if (filter(*indexed, locator))
+        if (question.filter(*indexed, locator))
             tools.push_back(std::move(indexed));
     }
-    sort(tools);
+    question.sort(tools);
     return tools;
 }
 

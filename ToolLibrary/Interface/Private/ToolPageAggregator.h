@@ -10,13 +10,17 @@
 
 #include <json/value.h>
 
+#include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
+#include <string>
 #include <string_view>
 #include <vector>
 
 namespace Varn::ToolLibraries {
 
+class ColumnedSource;
 class IndexedTool;
 class ToolSource;
 class ToolTypeRecorder;
@@ -39,6 +43,10 @@ private:
     struct Window {
         int limit;
         int offset;
+
+        std::int64_t end() const { return std::int64_t{limit} + offset; }
+        /// Whether the match of that number, counted from 1, is on the page.
+        bool holds(int number) const { return number > offset && number <= end(); }
     };
     struct Counters {
         int matched = 0;
@@ -47,12 +55,22 @@ private:
 
     using Tools = std::vector<std::unique_ptr<IndexedTool>>;
     using Sort = std::function<void(Tools &)>;
+    /// A request, made ready.
+    struct Question {
+        ToolFilter::Predicate filter;
+        std::string sortState;
+        Sort sort;
+        Window window;
+    };
 
     static Sort createSort(std::string_view sortState);
-    Json::Value fetchToolsInPage(const ToolLibraryLocator &locator, const ToolFilter::Predicate &filter,
-                                 const Sort &sort, ToolTypeRecorder &recorder, Window window, Counters &counters) const;
+    Json::Value fetchToolsInPage(const ToolLibraryLocator &locator, const Question &question,
+                                 ToolTypeRecorder &recorder, Counters &counters) const;
+    static std::optional<Json::Value> fetchFromColumns(const ColumnedSource &source, const ToolLibraryLocator &locator,
+                                                       const Question &question, ToolTypeRecorder &recorder,
+                                                       Counters &counters);
     static Tools fetchToolsInLibrary(const ToolSource &source, const ToolLibraryLocator &locator,
-                                     const ToolFilter::Predicate &filter, const Sort &sort, int &seen);
+                                     const Question &question, int &seen);
 
     LibraryGetter m_getLibrary;
     int m_latestVersion;

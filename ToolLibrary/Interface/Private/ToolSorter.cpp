@@ -5,6 +5,7 @@
 #include "platform/utils/Guid.h"
 
 #include <cmath>
+#include <cstdint>
 #include <cwchar>
 #include <cwctype>
 #include <stdexcept>
@@ -17,6 +18,7 @@ namespace {
 
 constexpr std::string_view normValueSuffix = ".normValue";
 constexpr const char *ascending = "asc";
+constexpr std::size_t exactDigits = 15; // that a double always holds
 
 std::partial_ordering reversed(std::partial_ordering order)
 {
@@ -43,16 +45,82 @@ std::size_t endOfNumber(std::wstring_view text, std::size_t at)
     return at;
 }
 
-/// The number at a place, as far as the C library reads it.
-double numberAt(std::wstring_view text, std::size_t at)
+/// Neither a zero that could be left out, nor a second point.
+bool isWrittenInOneWay(std::wstring_view number)
 {
-    return std::wcstod(std::wstring(text.substr(at)).c_str(), nullptr);
+    const std::size_t point = number.find(L'.');
+    const std::wstring_view whole = number.substr(0, point);
+    if (whole.size() > 1 && whole.front() == L'0')
+        return false;
+    if (point == std::wstring_view::npos)
+        return number.size() <= exactDigits; // longer ones may be one double
+    const std::wstring_view rest = number.substr(point + 1);
+    return number.size() <= exactDigits && !rest.empty() && rest.back() != L'0' &&
+           rest.find(L'.') == std::wstring_view::npos;
 }
 
-int collate(std::wstring_view a, std::wstring_view b, const std::locale &locale)
+/// Whether the C library reads on behind the digits: an exponent, or what follows the x of a hexadecimal number.
+bool goesOnAsNumber(std::wstring_view text, std::size_t begin, std::size_t end)
 {
-    const auto &collation = std::use_facet<std::collate<wchar_t>>(locale);
-    return collation.compare(a.data(), a.data() + a.size(), b.data(), b.data() + b.size());
+    const auto at = [text](std::size_t i) { return i < text.size() ? text[i] : L'\0'; };
+    const auto isDigit = [&](std::size_t i) { return std::iswdigit(static_cast<std::wint_t>(at(i))) != 0; };
+    if (at(end) == L'x' || at(end) == L'X')
+        return end - begin == 1 && at(begin) == L'0';
+    const bool isSigned = at(end + 1) == L'+' || at(end + 1) == L'-';
+    return (at(end) == L'e' || at(end) == L'E') && isDigit(end + (isSigned ? 2 : 1));
+}
+
+/// The number at a place, as far as the C library reads it.
+double numberAt(const std::wstring &text, std::size_t at, std::size_t end)
+{
+    const std::wstring_view run = std::wstring_view(text).substr(at, end - at);
+    if (run.size() > exactDigits || run.find(L'.') != std::wstring_view::npos || goesOnAsNumber(text, at, end))
+        return std::wcstod(text.c_str() + at, nullptr);
+    std::int64_t number = 0;
+    for (const wchar_t digit : run)
+        number = 10 * number + (digit - L'0');
+    return static_cast<double>(number);
+}
+
+/// The collation of a locale. That of "C" is the order of the characters, for which there is a short way.
+class Collation
+{
+public:
+    explicit Collation(const std::locale &locale)
+        : m_facet(locale == std::locale::classic() ? nullptr : &std::use_facet<std::collate<wchar_t>>(locale))
+    {
+    }
+    int operator()(std::wstring_view a, std::wstring_view b) const
+    {
+        return m_facet ? m_facet->compare(a.data(), a.data() + a.size(), b.data(), b.data() + b.size()) : a.compare(b);
+    }
+
+private:
+    const std::collate<wchar_t> *m_facet; // null for "C"
+};
+
+std::partial_ordering naturalOrder(const std::wstring &a, const std::wstring &b, const Collation &collate)
+{
+    std::size_t i = 0;
+    std::size_t j = 0;
+    while (i < a.size() && j < b.size()) {
+        if (std::iswdigit(static_cast<std::wint_t>(a[i])) && std::iswdigit(static_cast<std::wint_t>(b[j]))) {
+            const std::size_t endOfA = endOfNumber(a, i);
+            const std::size_t endOfB = endOfNumber(b, j);
+            const std::partial_ordering order = numberAt(a, i, endOfA) <=> numberAt(b, j, endOfB);
+            if (order != 0)
+                return order;
+            i = endOfA;
+            j = endOfB;
+        } else {
+            if (a[i] != b[j])
+                if (const int sign = collate({&a[i], 1}, {&b[j], 1}))
+                    return orderOf(sign);
+            ++i;
+            ++j;
+        }
+    }
+    return std::partial_ordering::equivalent;
 }
 
 std::partial_ordering compareDoubles(double a, double b)
@@ -104,21 +172,31 @@ ToolSorter::Order ToolSorter::createSortFunction(std::string_view sortState)
 {
     std::vector<Comparison> comparisons;
     const Json::Value keys = ToolKeys::parseState(sortState);
-    for (const Json::Value &key : keys)
+    bool looksAtNames = false;
+    for (const Json::Value &key : keys) {
         if (auto comparison = createSortFunction(key["key"].asString(), key["order"].asString()))
             comparisons.push_back(std::move(*comparison));
+        looksAtNames = looksAtNames || key["key"].asString() == ToolKeys::name;
+    }
     comparisons.emplace_back([](const IndexedTool &a, const IndexedTool &b) {
         return orderOf(Guid::compare(a.getTool().getToolId().guid(), b.getTool().getToolId().guid()));
     });
-    return [comparisons = std::move(comparisons)](const std::unique_ptr<IndexedTool> &a,
-                                                  const std::unique_ptr<IndexedTool> &b) {
-        for (const Comparison &comparison : comparisons) {
-            const std::partial_ordering order = comparison(*a, *b);
-            if (order < 0 || order > 0)
-                return order < 0;
-        }
-        return false;
-    };
+    return Order(std::move(comparisons), looksAtNames);
+}
+
+ToolSorter::Order::Order(std::vector<Comparison> comparisons, bool looksAtNames)
+    : m_comparisons(std::move(comparisons)), m_looksAtNames(looksAtNames)
+{
+}
+
+bool ToolSorter::Order::operator()(const std::unique_ptr<IndexedTool> &a, const std::unique_ptr<IndexedTool> &b) const
+{
+    for (const Comparison &comparison : m_comparisons) {
+        const std::partial_ordering order = comparison(*a, *b);
+        if (order < 0 || order > 0)
+            return order < 0;
+    }
+    return false;
 }
 
 std::optional<ToolSorter::Comparison> ToolSorter::createSortFunction(const std::string &key, const std::string &order)
@@ -154,39 +232,36 @@ std::optional<ToolSorter::Comparison> ToolSorter::createSortAscFunction(const st
 ToolSorter::Comparison ToolSorter::createNameSortAscFunction()
 {
     return [](const IndexedTool &a, const IndexedTool &b) {
-        const std::locale locale("C");
-        const std::wstring first = a.getName();
-        const std::wstring second = b.getName();
-        const std::partial_ordering order = compareNaturalOrdering(first, second, locale);
-        return order == 0 ? compareStrings(first, second, locale) : order;
+        static const Collation collate(std::locale::classic());
+        const std::wstring &first = a.getName();
+        const std::wstring &second = b.getName();
+        const std::partial_ordering order = naturalOrder(first, second, collate);
+        return order == 0 ? orderOf(collate(first, second)) : order;
     };
 }
 
 std::partial_ordering ToolSorter::compareNaturalOrdering(std::wstring_view a, std::wstring_view b,
                                                          const std::locale &locale)
 {
-    std::size_t i = 0;
-    std::size_t j = 0;
-    while (i < a.size() && j < b.size()) {
-        if (std::iswdigit(static_cast<std::wint_t>(a[i])) && std::iswdigit(static_cast<std::wint_t>(b[j]))) {
-            const std::partial_ordering order = numberAt(a, i) <=> numberAt(b, j);
-            if (order != 0)
-                return order;
-            i = endOfNumber(a, i);
-            j = endOfNumber(b, j);
-        } else {
-            if (const int sign = collate(a.substr(i, 1), b.substr(j, 1), locale))
-                return orderOf(sign);
-            ++i;
-            ++j;
-        }
+    return naturalOrder(std::wstring(a), std::wstring(b), Collation(locale));
+}
+
+bool ToolSorter::isClear(std::wstring_view name)
+{
+    for (std::size_t at = 0; at < name.size(); ++at) {
+        if (!std::iswdigit(static_cast<std::wint_t>(name[at])))
+            continue;
+        const std::size_t end = endOfNumber(name, at);
+        if (!isWrittenInOneWay(name.substr(at, end - at)) || goesOnAsNumber(name, at, end))
+            return false;
+        at = end;
     }
-    return std::partial_ordering::equivalent;
+    return true;
 }
 
 std::partial_ordering ToolSorter::compareStrings(std::wstring_view a, std::wstring_view b, const std::locale &locale)
 {
-    return orderOf(collate(a, b, locale));
+    return orderOf(Collation(locale)(a, b));
 }
 
 } // namespace Varn::ToolLibraries

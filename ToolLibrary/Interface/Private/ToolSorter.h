@@ -10,6 +10,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace Varn::ToolLibraries {
 
@@ -27,8 +28,22 @@ class IndexedTool;
 class TOOL_LIBRARY_EXPORT ToolSorter
 {
 public:
-    /// Whether the first comes before the second.
-    using Order = std::function<bool(const std::unique_ptr<IndexedTool> &, const std::unique_ptr<IndexedTool> &)>;
+    using Comparison = std::function<std::partial_ordering(const IndexedTool &, const IndexedTool &)>;
+
+    class Order
+    {
+    public:
+        Order(std::vector<Comparison> comparisons, bool looksAtNames);
+
+        /// Whether the first comes before the second.
+        bool operator()(const std::unique_ptr<IndexedTool> &a, const std::unique_ptr<IndexedTool> &b) const;
+
+        bool looksAtNames() const { return m_looksAtNames; }
+
+    private:
+        std::vector<Comparison> m_comparisons;
+        bool m_looksAtNames;
+    };
 
     /// Tools that are equal in all keys are in the order of their GUIDs, whatever the direction; so are all tools for a
     /// text that asks for nothing. Throws Json::Exception for an element that is no object, or whose members are no
@@ -39,6 +54,10 @@ public:
     /// do with that.
     static Order createSortFunction(std::string_view sortState);
 
+    /// True for a name each number of which can be written in one way alone. Among such names the natural order is
+    /// transitive, so that some of them stand in the same order as they do among all.
+    static bool isClear(std::wstring_view name);
+
     /// Runs of digits compare as numbers, everything else character by character with the locale's collation, until one
     /// of the texts is used up.
     static std::partial_ordering compareNaturalOrdering(std::wstring_view a, std::wstring_view b,
@@ -48,8 +67,6 @@ public:
     static std::partial_ordering compareStrings(std::wstring_view a, std::wstring_view b, const std::locale &locale);
 
 private:
-    using Comparison = std::function<std::partial_ordering(const IndexedTool &, const IndexedTool &)>;
-
     static std::optional<Comparison> createSortFunction(const std::string &key, const std::string &order);
     static std::optional<Comparison> createSortAscFunction(const std::string &key);
     static Comparison createNameSortAscFunction();

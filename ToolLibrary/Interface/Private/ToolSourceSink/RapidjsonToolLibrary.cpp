@@ -124,6 +124,7 @@ Ox::expected<void, ToolSinkError> RapidjsonToolLibrary::createTool(ToolId id, co
         return refusal<AccessError>("Tool " + id.guid().asString() + " already exists");
     rapidjson::Document parsed = parse(tool);
     applyGuid(id.guid(), parsed);
+    dropColumns();
     m_tools->PushBack(Value(parsed, m_doc.GetAllocator()), m_doc.GetAllocator());
     m_index.append(id.guid().uuid());
     return {};
@@ -136,6 +137,7 @@ Ox::expected<void, ToolSinkError> RapidjsonToolLibrary::updateTool(ToolId id, co
         return refusal<ToolMissing>("Tool not found in library");
     rapidjson::Document parsed = parse(tool);
     applyGuid(id.guid(), parsed);
+    dropColumns();
     (*m_tools)[static_cast<rapidjson::SizeType>(*position)].CopyFrom(parsed, m_doc.GetAllocator());
     return {};
 }
@@ -145,6 +147,7 @@ Ox::expected<void, ToolSinkError> RapidjsonToolLibrary::removeTool(ToolId id)
     const auto position = m_index.find(id.guid().uuid());
     if (!position)
         return refusal<ToolMissing>("Tool not found in library");
+    dropColumns();
     m_tools->Erase(m_tools->Begin() + *position);
     m_index.remove(id.guid().uuid(), *position);
     return {};
@@ -208,6 +211,7 @@ std::unique_ptr<const Tool> RapidjsonToolLibrary::at(unsigned int index) const
 
 void RapidjsonToolLibrary::sanitise()
 {
+    dropColumns();
     removeToolsWithDuplicateGuids();
     if (getVersion() < ToolLibraryVersion::latestVersion())
         upgrade();

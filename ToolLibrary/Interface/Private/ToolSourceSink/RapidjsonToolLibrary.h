@@ -4,6 +4,7 @@
 // root are kept. Tools handed out point into the document. Readers may share it between threads while nothing writes.
 #pragma once
 
+#include "ToolLibrary/Interface/Private/ColumnedSource.h"
 #include "ToolLibrary/Interface/Private/JsonManipulation/IndentedJsonWriter.h"
 #include "ToolLibrary/Interface/Private/ToolSourceSink/DiskLibrary.h"
 #include "ToolLibrary/Interface/Private/ToolSourceSink/GuidIndex.h"
@@ -19,7 +20,7 @@ class Guid;
 
 namespace Varn::ToolLibraries {
 
-class TOOL_LIBRARY_EXPORT RapidjsonToolLibrary : public DiskLibrary
+class TOOL_LIBRARY_EXPORT RapidjsonToolLibrary : public DiskLibrary, public ColumnedSource
 {
 public:
     /// Takes the document over, drops tools without a GUID of their own (the first of several with one GUID stays),
@@ -56,7 +57,10 @@ public:
     /// False when the sink was.
     bool printIndented(const IndentedJsonWriter::Sink &sink, bool newGuids = false) const;
 
+    std::unique_ptr<const Tool> toolOfRow(PageColumns::Row row) const override { return at(row); }
+
 private:
+    const ToolSource &source() const override { return *this; }
     std::unique_ptr<const Tool> at(unsigned int index) const override;
     void sanitise() override;
 

@@ -1,0 +1,185 @@
+// PageColumnsTest.cpp -- a page comes out the same with what a library keeps and without it.
+#include "ToolLibrary/Interface/Private/PageColumns.h"
+#include "support/Failure.h"
+#include "support/LibraryFile.h"
+#include "support/LibraryGenerator.h"
+
+#include "ToolLibrary/Interface/Private/ToolPageAggregator.h"
+#include "ToolLibrary/Interface/Private/ToolSourceSink/RapidjsonToolLibrary.h"
+#include "platform/tool/JsonText.h"
+#include "platform/utils/Abortable.h"
+#include "platform/utils/LocaleRegistry.h"
+
+#include <gmock/gmock.h>
+
+#include <random>
+#include <thread>
+
+using namespace TestSupport;
+using namespace Varn::ToolLibraries;
+using Varn::LocaleRegistry;
+
+namespace {
+
+/// Hides what a library keeps.
+class PlainSource : public ToolSource
+{
+public:
+    explicit PlainSource(std::shared_ptr<RapidjsonToolLibrary> library) : m_library(std::move(library)) {}
+    std::string toJson() const override { return m_library->toJson(); }
+    std::optional<std::shared_ptr<Tool>> get(ToolId id) const override { return m_library->get(id); }
+    unsigned int numberOfTools() const override { return m_library->numberOfTools(); }
+    std::vector<ToolId> getToolIds() const override { return m_library->getToolIds(); }
+    int getVersion() const override { return m_library->getVersion(); }
+
+private:
+    std::unique_ptr<const Tool> at(unsigned int index) const override { return m_library->toolOfRow(index); }
+
+    std::shared_ptr<RapidjsonToolLibrary> m_library;
+};
+
+std::shared_ptr<RapidjsonToolLibrary> libraryOf(const std::string &text)
+{
+    return RapidjsonToolLibrary::fromString(text, Varn::AbortableImpl());
+}
+
+std::string pageOf(const std::shared_ptr<ToolSource> &source, const ToolPageRequest &request)
+{
+    try {
+        return JsonText::print(ToolPageAggregator([&](const auto &) { return source; }).fetchPage(request)->value());
+    } catch (const std::exception &failure) {
+        return failure.what();
+    }
+}
+
+void expectSamePages(const std::shared_ptr<RapidjsonToolLibrary> &library, const ToolPageRequest &request)
+{
+    ASSERT_EQ(pageOf(library, request), pageOf(std::make_shared<PlainSource>(library), request))
+        << request.filtersState() << " " << request.searchQuery() << " " << request.sortState();
+}
+
+const ToolLibraryLocator here(L"custom://a.json");
+
+ToolPageRequest request(const std::string &filters, const std::string &search, const std::string &sort, int limit = 20,
+                        int offset = 0)
+{
+    return ToolPageRequest({here}, filters, limit, offset, search, sort);
+}
+
+const char *const filters[] = {
+    "",
+    R"([{"key":"components.indexedProperties.tool_diameter.normValue","values":[{"lowerBound":4,"upperBound":14}]}])",
+    R"([{"key":"components.indexedProperties.tool_diameter","values":[{"op":":","value":6,"negated":true}]}])",
+    R"([{"key":"components.indexedProperties.tool_numberOfFlutes","values":[{"op":">=","value":3}]},)"
+    R"({"key":"components.indexedProperties.tool_unit","values":["inches"]}])",
+    R"([{"key":"components.indexedProperties.tool_type","values":["drill","ball end mill","turning general"]}])",
+    R"([{"key":"components.indexedProperties.tool_vendor","values":[]}])",
+    R"([{"key":"nothing","values":["x"]}])",
+    R"([{"key":"components.info.name","values":["x"]}])",
+    "[1]",
+};
+const char *const searches[] = {"", " ", "mill", "6 MM", "1/2 in", "\"", "zzz", "a", "∅"};
+const char *const sorts[] = {
+    "",
+    R"([{"key":"components.info.name","order":"asc"}])",
+    R"([{"key":"components.info.name","order":"desc"}])",
+    R"([{"key":"components.indexedProperties.tool_diameter.normValue","order":"desc"}])",
+    R"([{"key":"components.indexedProperties.tool_type","order":"asc"},{"key":"components.indexedProperties.tool_unit","order":"desc"}])",
+    R"([{"key":"components.indexedProperties.tool_vendor","order":"asc"}])",
+    R"([{"key":"components.indexedProperties.tool_diameter","order":"asc"}])",
+    R"([{"key":"x","order":[]}])",
+};
+
+} // namespace
+
+TEST(PageColumns, EveryRequestGivesTheSamePage)
+{
+    const auto library = libraryOf(LibraryGenerator({QStringLiteral("--count"), QStringLiteral("300")}).text());
+    for (const char *filter : filters)
+        for (const char *search : searches)
+            for (const char *sort : sorts)
+                for (const auto &[limit, offset] : {std::pair{20, 0}, {5, 40}, {0, 0}, {1000, -3}})
+                    expectSamePages(library, request(filter, search, sort, limit, offset));
+}
+
+TEST(PageColumns, NamesWithoutAConsistentOrderGiveTheSamePage)
+{
+    std::mt19937 random(5);
+    const char *const names[] = {"T2",       "T02b",   "T2a",  "T1", "T01x", "T1a", "T002",
+                                 "8.0 mill", "8 mill", "0x10", "16", "1e1",  "10"};
+    for (int round = 0; round < 20; ++round) {
+        std::vector<std::string> tools;
+        for (unsigned i = 1; i <= 60; ++i)
+            tools.push_back(toolText(i, R"("description":")" + std::string(names[random() % std::size(names)]) +
+                                            R"(","vendor":")" + (random() % 2 ? "A" : "B") + "\""));
+        const auto library = libraryOf(libraryText(tools));
+        const std::string onlyA = R"([{"key":"components.indexedProperties.tool_vendor","values":["A"]}])";
+        for (const char *sort : {sorts[1], sorts[2]}) {
+            expectSamePages(library, request("", "", sort, 100));
+            expectSamePages(library, request(onlyA, "", sort, 100));
+        }
+    }
+}
+
+TEST(PageColumns, ValuesOfTwoKindsRaiseOnlyWhereTheyMeet)
+{
+    const auto library = libraryOf(
+        libraryText({toolText(1, R"("vendor":"A","description":"x")"), toolText(2, R"("vendor":3,"description":"y")"),
+                     toolText(3, R"("vendor":"B","description":"x")")}));
+    expectSamePages(library, request("", "", sorts[5]));
+    expectSamePages(library, request("", "x", sorts[5]));
+    EXPECT_EQ(pageOf(library, request("", "", sorts[5])),
+              "Type mismatch for key: components.indexedProperties.tool_vendor");
+}
+
+TEST(PageColumns, AWriteIsSeenAtOnce)
+{
+    const auto library = libraryOf(LibraryGenerator({QStringLiteral("--count"), QStringLiteral("50")}).text());
+    const auto check = [&] {
+        for (const char *search : searches)
+            for (const char *sort : sorts)
+                expectSamePages(library, request(filters[1], search, sort));
+    };
+    check();
+    const ToolId added(guidOf(77));
+    ASSERT_TRUE(library->createTool(added, Tool(toolText(77, R"("description":"new mill 6 mm","geometry":{"DC":6})"))));
+    check();
+    ASSERT_TRUE(library->updateTool(added, Tool(toolText(77, R"("description":"other","geometry":{"DC":5})"))));
+    check();
+    ASSERT_TRUE(library->removeTool(library->getToolIds().front()));
+    check();
+}
+
+TEST(PageColumns, NamesFollowTheLanguage)
+{
+    const auto library = libraryOf(libraryText({toolText(1, R"("type":"drill")"), toolText(2, R"("type":"probe")")}));
+    LocaleRegistry::addCatalogue("xx", {{"Drill", "Zbohrer"}, {"Probe", "Ataster"}});
+    for (const char *country : {"en", "xx", "en"}) {
+        LocaleRegistry::setCountry(country);
+        for (const char *sort : {sorts[1], sorts[4]})
+            expectSamePages(library, request("", "", sort));
+        expectSamePages(library, request("", "taster", ""));
+    }
+    LocaleRegistry::setCountry("en");
+}
+
+TEST(PageColumns, ManyThreadsMayAskOneLibrary)
+{
+    const auto library = libraryOf(LibraryGenerator({QStringLiteral("--count"), QStringLiteral("200")}).text());
+    const std::string expected = pageOf(std::make_shared<PlainSource>(library), request(filters[1], "mill", sorts[1]));
+    std::vector<std::jthread> threads;
+    for (int thread = 0; thread < 4; ++thread)
+        threads.emplace_back([&] {
+            for (int round = 0; round < 20; ++round) {
+                EXPECT_EQ(pageOf(library, request(filters[1], "mill", sorts[1])), expected);
+                pageOf(library, request("", searches[round % 9], sorts[round % 7]));
+            }
+        });
+}
+
+TEST(PageColumns, AnEmptyLibraryHasEmptyPages)
+{
+    const auto library = libraryOf(libraryText({}));
+    for (const char *filter : filters)
+        expectSamePages(library, request(filter, "x", sorts[1]));
+}
