@@ -3,14 +3,29 @@
 #include "platform/utils/FileInputStream.h"
 #include "platform/utils/Messages.h"
 
-#include <QJsonDocument>
-#include <QJsonObject>
-
+#include <algorithm>
 #include <mutex>
 #include <set>
 #include <shared_mutex>
 
 namespace Varn {
+
+namespace {
+
+// By language, each done once its catalogue has been read. Not made with the texts: a message may be registered before
+// the resources of the library are there.
+std::map<std::string, std::once_flag, std::less<>> &builtInCatalogues()
+{
+    static auto &flags = *[] {
+        auto *made = new std::map<std::string, std::once_flag, std::less<>>;
+        for (const std::string &language : MessageCatalogues::builtInLanguages())
+            made->try_emplace(language);
+        return made;
+    }();
+    return flags;
+}
+
+} // namespace
 
 // The texts are interned and never freed: a handle reads its text without a lock, whatever catalogue comes meanwhile.
 struct LocaleRegistry::Texts {
@@ -21,6 +36,20 @@ struct LocaleRegistry::Texts {
     std::map<std::string, LocalizedMessage::Record, std::less<>> messages; // by id
     std::map<std::string, Translations, std::less<>> catalogues;           // by country
     std::string country = "en";
+
+    // Before a text of that country is looked up, and without the lock. What is there already is a host's, and stays.
+    void readBuiltIn(std::string_view code)
+    {
+        const auto found = builtInCatalogues().find(code.substr(0, code.find('-')));
+        if (found == builtInCatalogues().end())
+            return;
+        std::call_once(found->second, [&, &language = found->first] {
+            const MessageCatalogue translations = MessageCatalogues::readBuiltIn(language);
+            const std::unique_lock lock(mutex);
+            for (const auto &[id, translation] : translations)
+                catalogues[language].try_emplace(id, intern(translation));
+        });
+    }
 
     const std::wstring *intern(std::string_view utf8)
     {
@@ -60,14 +89,6 @@ std::string normalized(std::string_view code)
             c = '-';
     }
     return result;
-}
-
-QString malformed(const QString &path, const QByteArray &bytes, const QJsonParseError &error)
-{
-    const QByteArray before = bytes.left(error.offset);
-    const auto line = before.count('\n') + 1;
-    const auto column = before.size() - before.lastIndexOf('\n');
-    return path + QStringLiteral(":%1:%2: ").arg(line).arg(column) + error.errorString();
 }
 
 } // namespace
@@ -124,9 +145,11 @@ std::vector<std::string> LocaleRegistry::registeredMessages()
 
 void LocaleRegistry::setCountry(std::string_view code)
 {
+    std::string country = normalized(code);
     Texts &all = texts();
+    all.readBuiltIn(country);
     const std::unique_lock lock(all.mutex);
-    all.country = normalized(code);
+    all.country = std::move(country);
     all.refresh();
 }
 
@@ -142,12 +165,34 @@ std::wstring LocaleRegistry::getCurrentCountryCode()
     return Messages::fromUTF8ToWideUnicode(country());
 }
 
+std::vector<std::string> LocaleRegistry::languages()
+{
+    std::set<std::string> codes{"en"};
+    Texts &all = texts();
+    const std::shared_lock lock(all.mutex);
+    for (const auto &[language, read] : builtInCatalogues())
+        codes.insert(language);
+    for (const auto &[code, translations] : all.catalogues)
+        codes.insert(code);
+    return {codes.begin(), codes.end()};
+}
+
+bool LocaleRegistry::hasLanguage(std::string_view code)
+{
+    const std::string wanted = normalized(code);
+    const std::vector<std::string> known = languages();
+    return std::ranges::any_of(known, [&](const std::string &each) {
+        return wanted == each || (wanted.starts_with(each) && wanted[each.size()] == '-');
+    });
+}
+
 std::wstring LocaleRegistry::getLocalizedMessage(const LocalizedMessage &message, std::wstring_view countryCode)
 {
     if (!message.m_record)
         return {};
     const std::string code = normalized(Messages::fromWideUnicodeToUTF8(countryCode));
     Texts &all = texts();
+    all.readBuiltIn(code);
     const std::shared_lock lock(all.mutex);
     return *all.find(*message.m_record, code);
 }
@@ -172,23 +217,11 @@ tl::expected<std::size_t, QString> LocaleRegistry::readCatalogue(std::string_vie
     if (!content)
         return tl::unexpected(name + QStringLiteral(": cannot be read"));
 
-    const QByteArray bytes = QByteArray::fromStdString(*content);
-    QJsonParseError error;
-    const auto document = QJsonDocument::fromJson(bytes, &error);
-    if (error.error != QJsonParseError::NoError)
-        return tl::unexpected(malformed(name, bytes, error));
-    if (!document.isObject())
-        return tl::unexpected(name + QStringLiteral(": a catalogue is an object {English text: translation}"));
-
-    Catalogue catalogue;
-    const QJsonObject object = document.object();
-    for (auto member = object.begin(); member != object.end(); ++member) {
-        if (!member.value().isString())
-            return tl::unexpected(name + QStringLiteral(": the translation of \"%1\" is no text").arg(member.key()));
-        catalogue.emplace(member.key().toStdString(), member.value().toString().toStdString());
-    }
-    addCatalogue(countryCode, catalogue);
-    return catalogue.size();
+    const auto catalogue = MessageCatalogues::parse(QByteArray::fromStdString(*content), name);
+    if (!catalogue)
+        return tl::unexpected(catalogue.error());
+    addCatalogue(countryCode, *catalogue);
+    return catalogue->size();
 }
 
 } // namespace Varn

@@ -2,14 +2,13 @@
 #pragma once
 
 #include "platform/utils/LocalizedMessage.h"
+#include "platform/utils/MessageCatalogues.h"
 
 #include <QString>
 
 #include <tl/expected.hpp>
 
 #include <cstddef>
-#include <functional>
-#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -21,12 +20,15 @@ namespace Varn {
 /// "pt-br"; their case does not matter, '_' is '-', and what "de-at" lacks comes from "de". The country is "en" at
 /// first.
 ///
+/// The library brings catalogues of German, French and Japanese along, and reads one when a text is first wanted in its
+/// language. A host's own translations of the same texts count before them, whenever they are added.
+///
 ///     const LocalizedMessage message = LocaleRegistry::registerMessage("Could not open %1.");
 ///     show(message.asQString().arg(name));
 class VARN_PLATFORM_EXPORT LocaleRegistry
 {
 public:
-    using Catalogue = std::map<std::string, std::string, std::less<>>; ///< from message id to translation, UTF-8
+    using Catalogue = MessageCatalogue; ///< from message id to translation, UTF-8
 
     /// The registry as an object, never null. All operations are static as well.
     static LocaleRegistry *get();
@@ -47,6 +49,13 @@ public:
     /// The code as it was set, in lower case and with '-'.
     static std::string country();
     static std::wstring getCurrentCountryCode(); ///< country() as wide text
+
+    /// The codes that there are texts for, in ascending order: "en", those of the library's catalogues, and those of
+    /// catalogues that were added.
+    static std::vector<std::string> languages();
+
+    /// Whether there are texts for a code or for its language.
+    static bool hasLanguage(std::string_view code);
 
     /// The text of a message in the language of \a countryCode, in English where that has none.
     static std::wstring getLocalizedMessage(const LocalizedMessage &message, std::wstring_view countryCode);

@@ -156,6 +156,77 @@ TEST_F(LocaleRegistryTest, AMessageCanBeHadInAnotherLanguageThanTheCurrentOne)
     EXPECT_EQ(message.asWideString(), L"Leading angle of a test");
 }
 
+TEST_F(LocaleRegistryTest, GermanFrenchAndJapaneseComeWithTheLibrary)
+{
+    const LocalizedMessage message = LocaleRegistry::registerMessage("Face mill");
+    struct Row {
+        const char *country;
+        const wchar_t *text;
+    };
+    const Row rows[] = {
+        {"de", L"Planfr\u00e4ser"},
+        {"fr", L"Fraise \u00e0 surfacer"},
+        {"ja", L"\u6b63\u9762\u30d5\u30e9\u30a4\u30b9"},
+        {"DE_ch", L"Planfr\u00e4ser"},
+        {"en", L"Face mill"},
+        {"en-gb", L"Face mill"},
+        {"d", L"Face mill"},
+        {"dee", L"Face mill"},
+        {"../translations/de", L"Face mill"},
+    };
+    for (const Row &row : rows) {
+        const std::wstring country(row.country, row.country + std::char_traits<char>::length(row.country));
+        EXPECT_EQ(LocaleRegistry::getLocalizedMessage(message, country), row.text) << row.country;
+        LocaleRegistry::setCountry(row.country);
+        EXPECT_EQ(message.asWideString(), row.text) << row.country;
+    }
+}
+
+// The test is the first of its process to want French.
+TEST_F(LocaleRegistryTest, AHostsOwnTranslationCountsBeforeTheLibrarys)
+{
+    const LocalizedMessage drill = LocaleRegistry::registerMessage("Drill");
+    const LocalizedMessage reamer = LocaleRegistry::registerMessage("Reamer");
+    const LocalizedMessage probe = LocaleRegistry::registerMessage("Probe");
+    LocaleRegistry::addCatalogue("fr", {{"Drill", "M\u00e8che"}, {"Probe", ""}});
+    EXPECT_EQ(LocaleRegistry::getLocalizedMessage(drill, L"fr"), L"M\u00e8che") << "added before the first question";
+    EXPECT_EQ(LocaleRegistry::getLocalizedMessage(reamer, L"fr"), L"Al\u00e9soir");
+    EXPECT_EQ(LocaleRegistry::getLocalizedMessage(probe, L"fr"), L"Palpeur");
+    LocaleRegistry::addCatalogue("fr", {{"Drill", "Foret"}, {"Reamer", "Al\u00e9soir machine"}});
+    EXPECT_EQ(LocaleRegistry::getLocalizedMessage(reamer, L"fr"), L"Al\u00e9soir machine") << "added after it";
+    LocaleRegistry::addCatalogue("fr", {{"Reamer", "Al\u00e9soir"}});
+}
+
+TEST_F(LocaleRegistryTest, TellsTheLanguagesThatItHas)
+{
+    LocaleRegistry::addCatalogue("xl", {{"Drill", "x"}});
+    LocaleRegistry::addCatalogue("xn-A", {{"Drill", "x"}});
+    for (const char *code : {"de", "en", "fr", "ja", "xl", "xn-a"}) {
+        EXPECT_THAT(LocaleRegistry::languages(), Contains(code));
+        EXPECT_TRUE(LocaleRegistry::hasLanguage(code)) << code;
+    }
+    EXPECT_TRUE(std::ranges::is_sorted(LocaleRegistry::languages()));
+    for (const char *code : {"DE", "de_AT", "en-GB", "ja_JP", "XN_A", "xn-a-b"})
+        EXPECT_TRUE(LocaleRegistry::hasLanguage(code)) << code;
+    for (const char *code : {"", "-", "C", "POSIX", "d", "den", "de.UTF-8", "xn", "xn-ab", "pt", "\xFF"})
+        EXPECT_FALSE(LocaleRegistry::hasLanguage(code)) << code;
+}
+
+TEST_F(LocaleRegistryTest, ThreadsThatAreTheFirstToWantALanguageAllHaveIt)
+{
+    const LocalizedMessage message = LocaleRegistry::registerMessage("Thread mill");
+    std::atomic<int> missing{0};
+    std::vector<std::thread> threads;
+    for (int i = 0; i < 4; ++i)
+        threads.emplace_back([&] {
+            if (LocaleRegistry::getLocalizedMessage(message, L"ja") == L"Thread mill")
+                ++missing;
+        });
+    for (std::thread &thread : threads)
+        thread.join();
+    EXPECT_EQ(missing, 0);
+}
+
 TEST_F(LocaleRegistryTest, ListsTheRegisteredMessagesInOrder)
 {
     LocaleRegistry::registerMessage("Listed b");

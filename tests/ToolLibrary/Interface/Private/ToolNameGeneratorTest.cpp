@@ -145,3 +145,29 @@ TEST(ToolNameGenerator, NamesAreInTheLanguageOfTheCountry)
     LocaleRegistry::setCountry("en");
     EXPECT_EQ(tool.getName(), L"Bohrer") << "a name is made once";
 }
+
+TEST(ToolNameGenerator, TheLibrarySpeaksGermanFrenchAndJapanese)
+{
+    const std::string thread = turning("millimeters", R"("SC":"C","RA":0)",
+                                       R"("HAND":"R","THSC":"custom","tool_leadingAngle":93,"tool_trailingAngle":3)");
+    const struct {
+        const wchar_t *country;
+        std::string members;
+        const char *name;
+    } rows[] = {
+        {L"de", R"("type":"flat end mill","unit":"millimeters","geometry":{"DC":8},"post-process":{"number":3})",
+         "3 - ∅8mm (Schaftfräser)"},
+        {L"de-AT", R"("type":"bull nose end mill","unit":"inches","geometry":{"DC":0.5,"RE":0.0625})",
+         "∅1/2\" R1/16\" (Torusfräser)"},
+        {L"fr", R"("type":"drill","unit":"millimeters","geometry":{"DC":8.5,"SIG":140})", "∅8.5mm 140° (Foret)"},
+        {L"fr_CA", R"("type":"face mill")", "Fraise à surfacer"},
+        {L"ja", R"("type":"face mill","unit":"millimeters","geometry":{"DC":80})", "∅80mm (正面フライス)"},
+        {L"ja", R"("type":"no such type")", "未指定"},
+        {L"de", R"("type":"drill","description":"Own words")", "Own words"},
+        {L"de", thread, "CN????00 - Einstellwinkel: 93°, Einstellwinkel der Nebenschneide: 3° - R (T)"},
+        {L"fr", thread, "CN????00 - Angle d'attaque: 93°, Angle d'attaque secondaire: 3° - R (T)"},
+        {L"ja", thread, "CN????00 - 切込み角: 93°, 副切込み角: 3° - R (T)"},
+    };
+    for (const auto &row : rows)
+        EXPECT_EQ(nameOf(row.members, row.country), row.name);
+}
