@@ -1,10 +1,12 @@
 #include "host/CommandLine.h"
 
 #include "host/Commands.h"
+#include "host/Locale.h"
 #include "host/Log.h"
 #include "host/UsageError.h"
 #include "platform/core/CloudLibraries.h"
 #include "platform/core/VarnApplication.h"
+#include "platform/utils/LocaleRegistry.h"
 #include "platform/utils/Messages.h"
 
 #include <CLI/CLI.hpp>
@@ -19,6 +21,7 @@ namespace {
 struct GlobalOptions {
     std::string home;
     std::string cloud;
+    std::string locale;
     bool verbose = false;
 };
 
@@ -34,6 +37,17 @@ public:
     CloudFolder(const CloudFolder &) = delete;
     CloudFolder &operator=(const CloudFolder &) = delete;
 };
+
+/// Accepts the locales that there are texts for.
+std::string checkLocale(const std::string &locale)
+{
+    if (Varn::LocaleRegistry::hasLanguage(countryOf(locale)))
+        return {};
+    std::string known;
+    for (const std::string &language : Varn::LocaleRegistry::languages())
+        known += (known.empty() ? "" : ", ") + language;
+    return "no texts in \"" + locale + "\", only in " + known;
+}
 
 void addExample(CLI::App &command, const std::string &example)
 {
@@ -150,6 +164,9 @@ ExitStatus runCommandLine(const std::vector<std::string> &arguments, const Strea
     app.add_option("--cloud", global.cloud, "Folder that is kept in step with a cloud; its libraries join the tree")
         ->envname("QUILLON_CLOUD")
         ->check(CLI::ExistingDirectory);
+    app.add_option("--locale", global.locale, "Language of names and titles, such as de or fr_CA")
+        ->envname("QUILLON_LOCALE")
+        ->check(checkLocale);
     app.add_flag("--verbose", global.verbose, "Write the log to the standard error");
     Action action;
     TreeOptions tree;
@@ -172,6 +189,7 @@ ExitStatus runCommandLine(const std::vector<std::string> &arguments, const Strea
     const CloudFolder cloud(global.cloud);
     // Loads write to the log on threads of their own, so the log has the standard error for itself.
     streams.errIsTerminal = streams.errIsTerminal && !global.verbose;
+    const LocaleScope locale(global.locale);
     const Log log(global.verbose ? &streams.err : nullptr);
     return run(action, streams);
 }

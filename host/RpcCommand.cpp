@@ -12,6 +12,7 @@ void runRpc(const Streams &streams)
     JsonRpcDispatcher dispatcher;
     addReadingMethods(dispatcher, engine.interface());
     addConversionMethods(dispatcher);
+    addStateMethods(dispatcher);
     for (std::string line; std::getline(streams.in, line);)
         if (const std::optional<std::string> answer = dispatcher.handle(line))
             streams.out << *answer << '\n' << std::flush;

@@ -15,4 +15,7 @@ void addReadingMethods(JsonRpcDispatcher &dispatcher,
 /// Operations on values: URLs, locators, loose libraries and tools.
 void addConversionMethods(JsonRpcDispatcher &dispatcher);
 
+/// What holds for the process: locale.set.
+void addStateMethods(JsonRpcDispatcher &dispatcher);
+
 } // namespace Quillon

@@ -1,4 +1,6 @@
 #include "host/CommandLine.h"
+#include "host/Locale.h"
+#include "platform/utils/LocaleRegistry.h"
 
 #include <QCoreApplication>
 
@@ -25,6 +27,7 @@ int main(int argc, char **argv)
 {
     QCoreApplication application(argc, argv);
     std::setlocale(LC_NUMERIC, "C"); // Qt takes over the person's locale; numbers in files have a point everywhere
+    Varn::LocaleRegistry::setCountry(Quillon::countryOfEnvironment());
     std::ios::sync_with_stdio(false);
     return Quillon::runCommandLine({argv + 1, argv + argc},
                                    {std::cin, std::cout, std::cerr, terminalWidth(), isatty(STDERR_FILENO) != 0});

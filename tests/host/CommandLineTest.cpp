@@ -475,3 +475,12 @@ TEST_F(CommandLine, AFilterThatCannotBeReadIsWrongUsage)
         EXPECT_EQ(wrong.out, "");
     }
 }
+
+TEST_F(CommandLine, TheLanguageOfOneCallIsNotThatOfTheNext)
+{
+    EXPECT_THAT(run({"--locale", "fr", "tools", file()}).out, HasSubstr("  Foret  "));
+    EXPECT_THAT(run({"tools", file()}).out, HasSubstr("  Drill  "));
+    run({"rpc"}, R"({"jsonrpc":"2.0","id":1,"method":"locale.set","params":{"country":"fr"}})"
+                 "\n");
+    EXPECT_THAT(run({"tools", file()}).out, HasSubstr("  Drill  "));
+}

@@ -10,6 +10,7 @@
 #include <gmock/gmock.h>
 
 using namespace TestSupport;
+using testing::AllOf;
 using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;
@@ -100,4 +101,55 @@ TEST(QuillonProgram, AnyLibraryOfTheTreeOpens)
         ++opened;
     }
     EXPECT_GE(opened, 5 + 4);
+}
+
+TEST(QuillonProgram, SpeaksTheLanguageOfItsEnvironmentOrOfItsArguments)
+{
+    const QTemporaryDir home;
+    const struct {
+        QuillonProcess::Variables variables;
+        QStringList locale;
+        const char *root;
+    } rows[] = {
+        {{}, {}, "User Libraries"},
+        {{{"LANG", "de_DE.UTF-8"}}, {}, "Benutzerbibliotheken"},
+        {{{"LANG", "ja_JP.UTF-8"}, {"LC_ALL", ""}}, {}, "ユーザーライブラリ"},
+        {{{"LANG", "pt_BR.UTF-8"}}, {}, "User Libraries"},
+        {{{"LANG", "de_DE.UTF-8"}, {"LC_MESSAGES", "fr_FR.UTF-8"}}, {}, "Bibliothèques utilisateur"},
+        {{{"LANG", "de_DE.UTF-8"}, {"LC_MESSAGES", "fr_FR"}, {"LC_ALL", "C"}}, {}, "User Libraries"},
+        {{{"LANG", "de_DE.UTF-8"}, {"QUILLON_LOCALE", "fr"}}, {}, "Bibliothèques utilisateur"},
+        {{{"QUILLON_LOCALE", "fr"}}, {"--locale", "de_AT.UTF-8"}, "Benutzerbibliotheken"},
+        {{{"LANG", "de_DE.UTF-8"}}, {"--locale", "en"}, "User Libraries"},
+    };
+    for (const auto &row : rows) {
+        const Outcome tree =
+            QuillonProcess(row.locale + QStringList{QStringLiteral("tree")}, home.path(), {}, row.variables).finish();
+        EXPECT_EQ(tree.status, 0) << tree.err;
+        EXPECT_THAT(tree.out, HasSubstr(std::string("\n") + row.root + " "));
+    }
+}
+
+TEST(QuillonProgram, SamplesAndTypesHaveTheirNamesInTheLanguage)
+{
+    const QTemporaryDir home;
+    const QStringList german{QStringLiteral("--locale"), QStringLiteral("de")};
+    EXPECT_THAT(quillon(german + QStringList{QStringLiteral("tree")}, home.path()).out,
+                AllOf(HasSubstr("\n  Lokal "), HasSubstr("\n    Drehwerkzeuge (Zoll) "),
+                      HasSubstr("systemlibraryroot://Samples/Turning Tools (Inch).json")));
+    const QString milling = QStringLiteral("systemlibraryroot://Samples/Milling Tools (Metric).json");
+    EXPECT_THAT(quillon(german + QStringList{QStringLiteral("tools"), milling}, home.path()).out,
+                AllOf(HasSubstr("  Schaftfräser  "), Not(HasSubstr("  Flat end mill  "))));
+}
+
+TEST(QuillonProgram, ALanguageWithoutTextsIsWrongUsage)
+{
+    const QTemporaryDir home;
+    for (const char *locale : {"pt", "", "C", "deutsch"}) {
+        const Outcome tree =
+            quillon({QStringLiteral("--locale"), QLatin1String(locale), QStringLiteral("tree")}, home.path());
+        EXPECT_EQ(tree.status, 2) << locale;
+        EXPECT_THAT(tree.err, HasSubstr("no texts in \"" + std::string(locale) + "\", only in de, en, fr, ja"));
+    }
+    const QuillonProcess::Variables variables{{QStringLiteral("QUILLON_LOCALE"), QStringLiteral("pt")}};
+    EXPECT_EQ(QuillonProcess({QStringLiteral("tree")}, home.path(), {}, variables).finish().status, 2);
 }

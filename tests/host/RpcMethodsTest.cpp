@@ -4,6 +4,7 @@
 
 #include "host/Engine.h"
 #include "platform/tool/JsonText.h"
+#include "platform/utils/LocaleRegistry.h"
 
 #include <QTemporaryDir>
 
@@ -18,6 +19,8 @@ namespace {
 class RpcMethods : public testing::Test
 {
 protected:
+    ~RpcMethods() override { Varn::LocaleRegistry::setCountry("en"); }
+
     Json::Value answer(const std::string &method, const std::string &parameters)
     {
         if (!m_engine)
@@ -61,6 +64,7 @@ private:
         m_engine.emplace();
         addReadingMethods(m_dispatcher, m_engine->interface());
         addConversionMethods(m_dispatcher);
+        addStateMethods(m_dispatcher);
     }
 
     std::optional<Engine> m_engine; // from the first call on: it lists what lies in the folders by then
@@ -298,4 +302,32 @@ TEST_F(RpcMethods, BrokenFilesAreNamedInTheError)
     }
     EXPECT_EQ(error("library", R"({"locator":{"path":")" + m_paths.loose(u"").toStdString() + R"("}})"),
               "-32000 LibraryFormatError Failed to read or parse JSON file: " + m_paths.loose(u"").toStdString());
+}
+
+TEST_F(RpcMethods, NamesFollowTheLanguageThatIsSet)
+{
+    const std::string tool = R"({"tool":{"guid":")" + guidOf(1) + R"(","type":"reamer"}})";
+    const std::string samples = R"({"url":"systemlibraryroot://Samples/Probes.json"})";
+    const struct {
+        const char *country;
+        const char *name;
+        const char *sample;
+    } rows[] = {
+        {"de", "Reibahle", "Messtaster"}, {"FR_fr", "Alésoir", "Palpeurs"},        {"ja", "リーマ", "タッチプローブ"},
+        {"en", "Reamer", "Probes"},       {"no such country", "Reamer", "Probes"}, {"", "Reamer", "Probes"},
+    };
+    for (const auto &row : rows) {
+        EXPECT_TRUE(result("locale.set", std::string(R"({"country":")") + row.country + "\"}").isNull());
+        EXPECT_EQ(result("ToolNameGenerator.generateName", tool), row.name);
+        EXPECT_EQ(result("ToolLibraryUrl.describe", samples)["libraryDisplayName"], row.sample);
+    }
+    EXPECT_EQ(answer("locale.set", "{}")["error"]["code"], -32602);
+    EXPECT_EQ(answer("locale.set", R"({"country":7})")["error"]["code"], -32602);
+}
+
+TEST_F(RpcMethods, ANodeOfTheTreeKeepsTheNameThatItWasMadeWith)
+{
+    EXPECT_EQ(result("toolLibrariesIndex", "{}")[0]["name"], "User Libraries");
+    result("locale.set", R"({"country":"de"})");
+    EXPECT_EQ(result("toolLibrariesIndex", "{}")[0]["name"], "User Libraries");
 }

@@ -4,6 +4,7 @@
 #include <QProcess>
 
 #include <functional>
+#include <map>
 #include <string>
 
 namespace TestSupport {
@@ -17,11 +18,21 @@ public:
         std::string err;
     };
 
+    using Variables = std::map<QString, QString>;
+
+    /// The locale of the process is English, whatever the machine's is.
     /// \param inChild runs in the new process before the program does
-    QuillonProcess(const QStringList &arguments, const QString &home, const std::function<void()> &inChild = {})
+    /// \param variables of the environment, beside those of the machine
+    QuillonProcess(const QStringList &arguments, const QString &home, const std::function<void()> &inChild = {},
+                   const Variables &variables = {})
     {
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        for (const char *name : {"LC_ALL", "LC_MESSAGES", "QUILLON_LOCALE"})
+            environment.remove(QLatin1String(name));
+        environment.insert(QStringLiteral("LANG"), QStringLiteral("C.UTF-8"));
         environment.insert(QStringLiteral("QUILLON_HOME"), home);
+        for (const auto &[name, value] : variables)
+            environment.insert(name, value);
         m_process.setProcessEnvironment(environment);
         if (inChild)
             m_process.setChildProcessModifier(inChild);

@@ -7,6 +7,7 @@
 
 int main(int argc, char **argv)
 {
+    qunsetenv("QUILLON_LOCALE"); // texts are English unless a test says otherwise
     QCoreApplication application(argc, argv);
     // Where the machine has it: a decimal comma of the process must not reach any reader or writer.
     if (!std::setlocale(LC_NUMERIC, "de_DE.UTF-8"))
