@@ -33,7 +33,7 @@ class VARN_PLATFORM_EXPORT ParameterExpression
 {
 public:
     /// Characters of the longest text that is read.
-    static constexpr std::size_t maximumLength = 1024 * 1024;
+    static constexpr std::size_t maximumLength = 1'048'576;
     /// How deep parentheses, calls, signs, negations and the middle parts of choices may be nested.
     static constexpr std::size_t maximumDepth = 256;
 
