@@ -7,6 +7,7 @@
 #include <array>
 #include <charconv>
 #include <map>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -98,6 +99,15 @@ inline std::string valueOf(std::wstring_view text)
 {
     Parameters parameters;
     return valueOf(text, parameters);
+}
+
+/// Throws when \a text is no expression.
+inline ParameterExpression parsed(std::wstring_view text)
+{
+    auto expression = ParameterExpression::parse(text);
+    if (!expression)
+        throw std::runtime_error(narrow(text) + ": " + describe(expression.error()));
+    return *expression;
 }
 
 /// \a part as often as \a count says.
