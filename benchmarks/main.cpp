@@ -10,6 +10,7 @@
 namespace Bench {
 
 void benchLibrary(std::size_t tools);
+void benchPages(std::size_t tools);
 void benchSaving(std::size_t tools);
 void benchStartUp();
 
@@ -27,6 +28,7 @@ int main(int argc, char **argv)
     Bench::printHeader();
     for (const std::size_t tools : sizes) {
         Bench::benchLibrary(tools);
+        Bench::benchPages(tools);
         Bench::benchSaving(tools);
     }
     Bench::benchStartUp();
