@@ -179,8 +179,9 @@ std::optional<std::vector<PageColumns::Row>> PageColumns::makeOrder(std::string_
     const auto end = m_source.end();
     for (auto at = m_source.begin(); !(at == end); ++at)
         entries.push_back({std::make_unique<IndexedTool>(*at), row++});
-    const auto nameIsClear = [](const Entry &entry) { return ToolSorter::isClear(entry.tool->getName()); };
-    if (before.looksAtNames() && !std::ranges::all_of(entries, nameIsClear))
+    ToolSorter::NameNumbers numbers;
+    const auto isClear = [&numbers](const Entry &entry) { return numbers.add(entry.tool->getName()); };
+    if (before.looksAtNames() && !std::ranges::all_of(entries, isClear))
         return std::nullopt;
     try {
         std::ranges::stable_sort(entries, [&](const Entry &a, const Entry &b) { return before(a.tool, b.tool); });

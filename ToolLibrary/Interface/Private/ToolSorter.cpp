@@ -45,20 +45,6 @@ std::size_t endOfNumber(std::wstring_view text, std::size_t at)
     return at;
 }
 
-/// Neither a zero that could be left out, nor a second point.
-bool isWrittenInOneWay(std::wstring_view number)
-{
-    const std::size_t point = number.find(L'.');
-    const std::wstring_view whole = number.substr(0, point);
-    if (whole.size() > 1 && whole.front() == L'0')
-        return false;
-    if (point == std::wstring_view::npos)
-        return number.size() <= exactDigits; // longer ones may be one double
-    const std::wstring_view rest = number.substr(point + 1);
-    return number.size() <= exactDigits && !rest.empty() && rest.back() != L'0' &&
-           rest.find(L'.') == std::wstring_view::npos;
-}
-
 /// Whether the C library reads on behind the digits: an exponent, or what follows the x of a hexadecimal number.
 bool goesOnAsNumber(std::wstring_view text, std::size_t begin, std::size_t end)
 {
@@ -246,15 +232,17 @@ std::partial_ordering ToolSorter::compareNaturalOrdering(std::wstring_view a, st
     return naturalOrder(std::wstring(a), std::wstring(b), Collation(locale));
 }
 
-bool ToolSorter::isClear(std::wstring_view name)
+bool ToolSorter::NameNumbers::add(const std::wstring &name)
 {
     for (std::size_t at = 0; at < name.size(); ++at) {
         if (!std::iswdigit(static_cast<std::wint_t>(name[at])))
             continue;
         const std::size_t end = endOfNumber(name, at);
-        if (!isWrittenInOneWay(name.substr(at, end - at)) || goesOnAsNumber(name, at, end))
+        const std::wstring_view text = std::wstring_view(name).substr(at, end - at);
+        const auto [known, isNew] = m_texts.try_emplace(numberAt(name, at, end), text);
+        if (!isNew && known->second != text)
             return false;
-        at = end;
+        at = end - 1;
     }
     return true;
 }

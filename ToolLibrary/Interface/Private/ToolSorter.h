@@ -10,6 +10,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace Varn::ToolLibraries {
@@ -54,9 +55,17 @@ public:
     /// do with that.
     static Order createSortFunction(std::string_view sortState);
 
-    /// True for a name each number of which can be written in one way alone. Among such names the natural order is
-    /// transitive, so that some of them stand in the same order as they do among all.
-    static bool isClear(std::wstring_view name);
+    /// The numbers in names. As long as each of them is always written in the same way, the natural order of the names
+    /// is transitive, so that some of them stand in the same order as they do among all.
+    class NameNumbers
+    {
+    public:
+        /// False when \a name writes a number in another way than a name before, or in two ways itself.
+        bool add(const std::wstring &name);
+
+    private:
+        std::unordered_map<double, std::wstring> m_texts;
+    };
 
     /// Runs of digits compare as numbers, everything else character by character with the locale's collation, until one
     /// of the texts is used up.

@@ -186,3 +186,26 @@ TEST(ToolSorter, ASortKeyThatIsNoObjectRaises)
     for (const char *state : {"[1]", "[\"x\"]", R"([{"key":{},"order":"asc"}])", R"([{"key":"x","order":[]}])"})
         EXPECT_THROW(ToolSorter::createSortFunction(state), Json::Exception) << state;
 }
+
+TEST(ToolSorter, ANumberThatIsWrittenInTwoWaysIsSeen)
+{
+    const struct {
+        std::vector<const wchar_t *> names;
+        bool isClear;
+    } rows[] = {
+        {{}, true},
+        {{L"", L"mill", L"T1 8x1.25", L"T1 8x1.25"}, true},
+        {{L"CNMG090308", L"CNMG090304"}, true}, // zeros in front are no harm by themselves
+        {{L"T1", L"T01"}, false},
+        {{L"8.0 mm", L"8 mm"}, false},
+        {{L"1 and 01"}, false},
+        {{L"1e2", L"100"}, false},
+        {{L"0x10", L"16"}, false},
+        {{L"12345678901234567", L"12345678901234568"}, false}, // one double
+    };
+    for (const auto &row : rows) {
+        ToolSorter::NameNumbers numbers;
+        const bool isClear = std::ranges::all_of(row.names, [&](const wchar_t *name) { return numbers.add(name); });
+        EXPECT_EQ(isClear, row.isClear);
+    }
+}
