@@ -179,10 +179,14 @@ std::optional<std::vector<PageColumns::Row>> PageColumns::makeOrder(std::string_
     const auto end = m_source.end();
     for (auto at = m_source.begin(); !(at == end); ++at)
         entries.push_back({std::make_unique<IndexedTool>(*at), row++});
-    ToolSorter::NameNumbers numbers;
-    const auto isClear = [&numbers](const Entry &entry) { return numbers.add(entry.tool->getName()); };
-    if (before.looksAtNames() && !std::ranges::all_of(entries, isClear))
-        return std::nullopt;
+    if (before.looksAtNames()) {
+        std::vector<const std::wstring *> names;
+        names.reserve(m_size);
+        for (const Entry &entry : entries)
+            names.push_back(&entry.tool->getName());
+        if (!ToolSorter::isConsistent(std::move(names)))
+            return std::nullopt;
+    }
     try {
         std::ranges::stable_sort(entries, [&](const Entry &a, const Entry &b) { return before(a.tool, b.tool); });
     } catch (const std::runtime_error &) {

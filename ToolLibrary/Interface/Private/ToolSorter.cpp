@@ -4,6 +4,7 @@
 #include "platform/core/ToolSpecification.h"
 #include "platform/utils/Guid.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <cwchar>
@@ -85,7 +86,13 @@ private:
     const std::collate<wchar_t> *m_facet; // null for "C"
 };
 
-std::partial_ordering naturalOrder(const std::wstring &a, const std::wstring &b, const Collation &collate)
+struct NaturalComparison {
+    std::partial_ordering order;
+    bool restOfA; ///< whether, for an equal order, the text has not been used up
+    bool restOfB;
+};
+
+NaturalComparison compareNaturally(const std::wstring &a, const std::wstring &b, const Collation &collate)
 {
     std::size_t i = 0;
     std::size_t j = 0;
@@ -95,18 +102,18 @@ std::partial_ordering naturalOrder(const std::wstring &a, const std::wstring &b,
             const std::size_t endOfB = endOfNumber(b, j);
             const std::partial_ordering order = numberAt(a, i, endOfA) <=> numberAt(b, j, endOfB);
             if (order != 0)
-                return order;
+                return {order, true, true};
             i = endOfA;
             j = endOfB;
         } else {
             if (a[i] != b[j])
                 if (const int sign = collate({&a[i], 1}, {&b[j], 1}))
-                    return orderOf(sign);
+                    return {orderOf(sign), true, true};
             ++i;
             ++j;
         }
     }
-    return std::partial_ordering::equivalent;
+    return {std::partial_ordering::equivalent, i < a.size(), j < b.size()};
 }
 
 std::partial_ordering compareDoubles(double a, double b)
@@ -221,7 +228,7 @@ ToolSorter::Comparison ToolSorter::createNameSortAscFunction()
         static const Collation collate(std::locale::classic());
         const std::wstring &first = a.getName();
         const std::wstring &second = b.getName();
-        const std::partial_ordering order = naturalOrder(first, second, collate);
+        const std::partial_ordering order = compareNaturally(first, second, collate).order;
         return order == 0 ? orderOf(collate(first, second)) : order;
     };
 }
@@ -229,20 +236,28 @@ ToolSorter::Comparison ToolSorter::createNameSortAscFunction()
 std::partial_ordering ToolSorter::compareNaturalOrdering(std::wstring_view a, std::wstring_view b,
                                                          const std::locale &locale)
 {
-    return naturalOrder(std::wstring(a), std::wstring(b), Collation(locale));
+    return compareNaturally(std::wstring(a), std::wstring(b), Collation(locale)).order;
 }
 
-bool ToolSorter::NameNumbers::add(const std::wstring &name)
+// Where the natural order decides within both names, it is that of their numbers and characters, which is transitive.
+// Where one of them ends first, the whole names decide; that fits in as long as the longer one begins with the shorter.
+bool ToolSorter::isConsistent(std::vector<const std::wstring *> names)
 {
-    for (std::size_t at = 0; at < name.size(); ++at) {
-        if (!std::iswdigit(static_cast<std::wint_t>(name[at])))
-            continue;
-        const std::size_t end = endOfNumber(name, at);
-        const std::wstring_view text = std::wstring_view(name).substr(at, end - at);
-        const auto [known, isNew] = m_texts.try_emplace(numberAt(name, at, end), text);
-        if (!isNew && known->second != text)
+    const Collation collate(std::locale::classic());
+    const auto comesBefore = [&](const std::wstring *a, const std::wstring *b) {
+        const NaturalComparison comparison = compareNaturally(*a, *b, collate);
+        if (comparison.order != 0)
+            return comparison.order < 0;
+        return comparison.restOfA != comparison.restOfB ? comparison.restOfA < comparison.restOfB : *a < *b;
+    };
+    std::ranges::sort(names, comesBefore);
+    std::vector<const std::wstring *> beginnings; // of the name at hand, each a beginning of the next
+    for (const std::wstring *name : names) {
+        while (!beginnings.empty() && compareNaturally(*beginnings.back(), *name, collate).order != 0)
+            beginnings.pop_back();
+        if (!beginnings.empty() && !name->starts_with(*beginnings.back()))
             return false;
-        at = end - 1;
+        beginnings.push_back(name);
     }
     return true;
 }

@@ -10,7 +10,6 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 namespace Varn::ToolLibraries {
@@ -55,17 +54,9 @@ public:
     /// do with that.
     static Order createSortFunction(std::string_view sortState);
 
-    /// The numbers in names. As long as each of them is always written in the same way, the natural order of the names
-    /// is transitive, so that some of them stand in the same order as they do among all.
-    class NameNumbers
-    {
-    public:
-        /// False when \a name writes a number in another way than a name before, or in two ways itself.
-        bool add(const std::wstring &name);
-
-    private:
-        std::unordered_map<double, std::wstring> m_texts;
-    };
+    /// Whether the natural order of these names is transitive, so that some of them stand in the same order as they do
+    /// among all. It is not where a name goes on as another one does, but writes a number differently: T2, T02b, T2a.
+    static bool isConsistent(std::vector<const std::wstring *> names);
 
     /// Runs of digits compare as numbers, everything else character by character with the locale's collation, until one
     /// of the texts is used up.
