@@ -81,7 +81,7 @@ public:
 private:
     static constexpr int maximumDepth = 1000;
 
-    bool count() { return m_valuesLeft > 0 && m_valuesLeft-- > 0; }
+    bool count() { return m_valuesLeft-- != 0; }
     bool descend() { return count() && ++m_depth <= maximumDepth; }
 
     rapidjson::Document &m_document;
