@@ -111,4 +111,20 @@ ToolGeometry::HolderType ToolVariantMapUtil::getTurningToolHolderType(const QVar
     return ToolSpecification::getHolderTypeByString(keywordAt(holder, QStringLiteral("THSC"))).value();
 }
 
+std::optional<ToolGeometry::Hand> ToolVariantMapUtil::getToolHand(const QVariantMap &tool)
+{
+    const QString hand = tool.value(QStringLiteral("HAND")).toString();
+    if (hand.isEmpty())
+        return std::nullopt;
+    return ToolGeometry::TurningToolParameterization::getHandFromChar(hand.front().toLatin1());
+}
+
+Units::Unit ToolVariantMapUtil::getToolUnits(const QVariantMap &tool)
+{
+    const auto unit = tool.constFind(QStringLiteral("unit"));
+    if (unit == tool.constEnd())
+        return Units::UNIT_UNKNOWN;
+    return unit->toString() == QLatin1String("millimeters") ? Units::UNIT_MILLIMETERS : Units::UNIT_INCHES;
+}
+
 } // namespace Varn::Tools

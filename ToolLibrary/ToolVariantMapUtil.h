@@ -2,6 +2,7 @@
 #pragma once
 
 #include "ToolLibrary/ToolLibraryExport.h"
+#include "platform/core/Units.h"
 #include "platform/nc/ToolGeometry.h"
 #include "platform/nc/ToolTypeCategory.h"
 
@@ -34,6 +35,12 @@ public:
     static bool isAdaptiveItem(const QVariantMap &tool); ///< a holder or a tool block
     static bool isJetTool(const QVariantMap &tool);
     static bool isTurningTool(const QVariantMap &tool);
+
+    /// The hand of a turning tool's holder, by the first letter of its text; nothing for any other letter, or none.
+    static std::optional<ToolGeometry::Hand> getToolHand(const QVariantMap &tool);
+
+    /// Millimeters for exactly "millimeters" and inches for any other text; unknown without one.
+    static Units::Unit getToolUnits(const QVariantMap &tool);
 
     /// \param setup the map under "setup" of a turning tool
     static ToolGeometry::CompensationMode getTurningToolCompensationMode(const QVariantMap &setup);

@@ -172,3 +172,23 @@ TEST(ToolVariantMapUtil, AnUnknownKeywordIsTheFirstValueAndAnAssertion)
     readAll();
     EXPECT_THAT(asserts.messages(), ElementsAre("m_valid", "m_valid", "m_valid", "m_valid"));
 }
+
+TEST(ToolVariantMapUtil, TheHandIsToldByTheFirstLetterOfItsText)
+{
+    const auto handOf = [](const QVariant &text) { return ToolVariantMapUtil::getToolHand({{"HAND", text}}); };
+    EXPECT_EQ(handOf("R"), ToolGeometry::HAND_RIGHT);
+    EXPECT_EQ(handOf("Left"), ToolGeometry::HAND_LEFT);
+    EXPECT_EQ(handOf("N"), ToolGeometry::HAND_NEUTRAL);
+    for (const QVariant &none : {QVariant(""), QVariant("r"), QVariant("X"), QVariant(QChar(0x4e52)), QVariant()})
+        EXPECT_EQ(handOf(none), std::nullopt) << none.toString().toStdString();
+    EXPECT_EQ(ToolVariantMapUtil::getToolHand({}), std::nullopt);
+}
+
+TEST(ToolVariantMapUtil, OnlyTheExactWordIsMillimeters)
+{
+    EXPECT_EQ(ToolVariantMapUtil::getToolUnits({{"unit", "millimeters"}}), 16);
+    for (const char *other : {"inches", "Millimeters", "mm", ""})
+        EXPECT_EQ(ToolVariantMapUtil::getToolUnits({{"unit", other}}), 21) << other;
+    EXPECT_EQ(ToolVariantMapUtil::getToolUnits({{"unit", QVariant()}}), 21) << "a null that is there counts as there";
+    EXPECT_EQ(ToolVariantMapUtil::getToolUnits({}), -2);
+}
