@@ -198,21 +198,4 @@ std::optional<std::vector<PageColumns::Row>> PageColumns::makeOrder(std::string_
     return rows;
 }
 
-std::size_t PageColumns::memory() const
-{
-    std::size_t bytes = m_types.capacity() * sizeof(m_types[0]) + m_units.capacity() * sizeof(m_units[0]);
-    for (const auto &[key, column] : m_numbers)
-        bytes += column.values.capacity() * sizeof(double) + column.isPresent.capacity();
-    for (const auto &[key, column] : m_texts) {
-        bytes += column.ids.capacity() * sizeof(std::int32_t);
-        for (const auto &[text, id] : column.idOf)
-            bytes += text.capacity() + sizeof(column.idOf);
-    }
-    for (const KeptOrder &order : m_orders)
-        bytes += order.rows ? order.rows->capacity() * sizeof(Row) : 0;
-    if (m_searchTexts)
-        bytes += m_searchTexts->text.capacity() + m_searchTexts->ends.capacity() * sizeof(std::uint64_t) + m_size;
-    return bytes;
-}
-
 } // namespace Varn::ToolLibraries

@@ -61,9 +61,6 @@ public:
     /// values of two kinds, which cannot be compared, and names whose equal numbers are written differently.
     const std::vector<Row> *order(std::string_view sortState);
 
-    /// The memory that it takes, in bytes.
-    std::size_t memory() const;
-
 private:
     struct SearchTexts;
     struct KeptOrder {
