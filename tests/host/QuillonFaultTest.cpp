@@ -1,5 +1,6 @@
 // QuillonFaultTest.cpp -- the program meets what goes wrong on a real machine: it is killed, the disk is full, files
 // may not be written, others write the same file. Nothing is lost, and an error says what happened.
+#include "support/FileContent.h"
 #include "support/LibraryFile.h"
 #include "support/LibraryGenerator.h"
 #include "support/QuillonProcess.h"
@@ -31,12 +32,6 @@ using testing::Not;
 using Outcome = QuillonProcess::Outcome;
 
 namespace {
-
-QByteArray contentOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("cannot be read");
-}
 
 unsigned toolsIn(const QString &path)
 {
@@ -137,8 +132,8 @@ TEST_F(QuillonFault, AFullDiskLeavesTheOldLibrary)
     const QString tools = path(QStringLiteral("library.tools"));
     ASSERT_EQ(save(m_few, json).finish().status, 0);
     ASSERT_EQ(save(m_few, tools).finish().status, 0);
-    const QByteArray jsonBefore = contentOf(json);
-    const QByteArray toolsBefore = contentOf(tools);
+    const std::string jsonBefore = contentOf(json);
+    const std::string toolsBefore = contentOf(tools);
     for (const rlim_t bytes : {rlim_t(0), rlim_t(1), rlim_t(1000), rlim_t(20'000)}) {
         const auto limit = [bytes] {
             const rlimit size{bytes, bytes};
@@ -177,7 +172,7 @@ TEST_F(QuillonFault, OnAFullDiskNoLibraryIsWithoutItsGeometries)
         std::signal(SIGXFSZ, SIG_IGN);
     };
     ASSERT_EQ(convert("in/a.json", "a.tools").status, 0);
-    const QByteArray before = contentOf(path(QStringLiteral("a.tools")));
+    const std::string before = contentOf(path(QStringLiteral("a.tools")));
     EXPECT_EQ(convert("in/a.json", "a.tools", limit).status, 1);
     EXPECT_EQ(contentOf(path(QStringLiteral("a.tools"))), before);
     EXPECT_EQ(convert("in/a.json", "b.tools", limit).status, 1);
@@ -189,7 +184,7 @@ TEST_F(QuillonFault, AReadOnlyFileIsRefused)
 {
     const QString json = path(QStringLiteral("library.json"));
     ASSERT_EQ(save(m_few, json).finish().status, 0);
-    const QByteArray before = contentOf(json);
+    const std::string before = contentOf(json);
     giveAway(m_folder.path());
     giveAway(json);
     chmod(qPrintable(json), 0444);

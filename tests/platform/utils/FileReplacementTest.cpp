@@ -1,4 +1,6 @@
 #include "platform/utils/FileReplacement.h"
+#include "support/Rights.h"
+
 #include "platform/utils/FileSystem.h"
 
 #include <QTemporaryDir>
@@ -24,48 +26,13 @@ using testing::Each;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
+using TestSupport::AsNobody;
+using TestSupport::FullDisk;
 using Varn::FileReplacement;
 using Varn::FileSystem;
 namespace fs = std::filesystem;
 
 namespace {
-
-/// Takes the rights of an administrator away while it lives: nothing is read-only for one.
-class AsNobody
-{
-public:
-    AsNobody() : m_user(geteuid())
-    {
-        if (m_user == 0) {
-            EXPECT_EQ(seteuid(65534), 0);
-        }
-    }
-    ~AsNobody() { EXPECT_EQ(seteuid(m_user), 0); }
-
-private:
-    uid_t m_user;
-};
-
-/// No file of this process gets longer than \a bytes while it lives, as if the disk were full.
-class FullDisk
-{
-public:
-    explicit FullDisk(rlim_t bytes) : m_handler(std::signal(SIGXFSZ, SIG_IGN))
-    {
-        EXPECT_EQ(getrlimit(RLIMIT_FSIZE, &m_limit), 0);
-        const rlimit small{bytes, m_limit.rlim_max};
-        EXPECT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
-    }
-    ~FullDisk()
-    {
-        EXPECT_EQ(setrlimit(RLIMIT_FSIZE, &m_limit), 0);
-        std::signal(SIGXFSZ, m_handler);
-    }
-
-private:
-    rlimit m_limit{};
-    void (*m_handler)(int);
-};
 
 class FileReplacementTest : public testing::Test
 {
