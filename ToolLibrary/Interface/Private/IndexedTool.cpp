@@ -31,6 +31,13 @@ IndexedTool::IndexedTool(std::unique_ptr<const Tool> tool) : m_tool(std::move(to
         std::terminate();
 }
 
+const ToolId &IndexedTool::getToolId() const
+{
+    if (!m_id)
+        m_id = m_tool->getToolId();
+    return *m_id;
+}
+
 std::wstring IndexedTool::getComment() const
 {
     return m_tool->getWString("tool_comment").value_or(std::wstring());

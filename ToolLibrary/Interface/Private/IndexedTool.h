@@ -22,6 +22,8 @@ public:
 
     const Tool &getTool() const { return *m_tool; }
 
+    const ToolId &getToolId() const; ///< read once: every order ends with it
+
     // Empty when the tool has none.
     std::wstring getComment() const;
     std::wstring getProductId() const;
@@ -56,6 +58,7 @@ private:
     mutable std::optional<NCUnit::Unit> m_unit;
     mutable std::optional<ToolGeometry::InsertType> m_insertType;
     mutable std::optional<std::wstring> m_name;
+    mutable std::optional<ToolId> m_id;
 };
 
 } // namespace Varn::ToolLibraries

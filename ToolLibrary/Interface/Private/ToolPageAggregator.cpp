@@ -1,8 +1,7 @@
 #include "ToolLibrary/Interface/Private/ToolPageAggregator.h"
 
 #include "ToolLibrary/Interface/Private/ColumnedSource.h"
-#include "ToolLibrary/Interface/Private/ToolKeys.h"
-#include "ToolLibrary/Interface/Private/ToolSorter.h"
+#include "ToolLibrary/Interface/Private/IndexedTool.h"
 #include "ToolLibrary/Interface/Private/ToolSourceSink/ToolSource.h"
 #include "ToolLibrary/Interface/Private/ToolTypeRecorder.h"
 #include "platform/core/ToolLibraryVersion.h"
@@ -12,27 +11,10 @@
 #include "util/utility/Assert.h"
 
 #include <algorithm>
-#include <set>
+#include <array>
 #include <utility>
 
 namespace Varn::ToolLibraries {
-
-namespace {
-
-/// What an order without keys comes to, with each GUID read once.
-void sortByGuid(std::vector<std::unique_ptr<IndexedTool>> &tools)
-{
-    std::vector<std::pair<Guid, std::unique_ptr<IndexedTool>>> keyed;
-    keyed.reserve(tools.size());
-    for (auto &tool : tools) {
-        const Guid guid = tool->getTool().getToolId().guid();
-        keyed.emplace_back(guid, std::move(tool));
-    }
-    std::ranges::stable_sort(keyed, [](const auto &a, const auto &b) { return Guid::compare(a.first, b.first) < 0; });
-    std::ranges::transform(keyed, tools.begin(), [](auto &entry) { return std::move(entry.second); });
-}
-
-} // namespace
 
 ToolPageAggregator::ToolPageAggregator(LibraryGetter getLibrary) : m_latestVersion(ToolLibraryVersion::latestVersion())
 {
@@ -44,7 +26,7 @@ std::unique_ptr<ToolPage> ToolPageAggregator::fetchPage(const ToolPageRequest &r
 {
     const Question question{ToolFilter::createFilterFunction(request.filtersState(), request.searchQuery()),
                             std::string(request.sortState()),
-                            createSort(request.sortState()),
+                            ToolSorter::createSortFunction(request.sortState()),
                             {request.pageLimit(), request.pageOffset()}};
     Counters counters;
     bool filled = false;
@@ -61,14 +43,6 @@ std::unique_ptr<ToolPage> ToolPageAggregator::fetchPage(const ToolPageRequest &r
     }
     return ToolPage::make(std::move(tools), recorder.getRecordedToolTypes(), request.pageLimit(), request.pageOffset(),
                           counters.matched, counters.total, m_latestVersion);
-}
-
-ToolPageAggregator::Sort ToolPageAggregator::createSort(std::string_view sortState)
-{
-    if (ToolKeys::parseState(sortState).empty())
-        return sortByGuid;
-    return
-        [order = ToolSorter::createSortFunction(sortState)](Tools &tools) { std::ranges::stable_sort(tools, order); };
 }
 
 Json::Value ToolPageAggregator::fetchToolsInPage(const ToolLibraryLocator &locator, const Question &question,
@@ -111,7 +85,7 @@ std::optional<Json::Value> ToolPageAggregator::fetchFromColumns(const ColumnedSo
     const PageColumns::Marks marks = question.filter.marksOf(*columns, locator);
     counters.total += static_cast<int>(columns->size());
     Json::Value page(Json::arrayValue);
-    std::set<ToolGeometry::Type> types;
+    std::array<bool, ToolGeometry::TYPE_PLUNGE_MILL + 1> isMatched{}; // by type
     const std::vector<ToolGeometry::Type> &typeOf = columns->types();
     for (const PageColumns::Row row : *order) {
         if (!marks[row])
@@ -119,10 +93,11 @@ std::optional<Json::Value> ToolPageAggregator::fetchFromColumns(const ColumnedSo
         ++counters.matched;
         if (question.window.holds(counters.matched))
             page.append(source.toolOfRow(row)->getToolValue());
-        types.insert(typeOf[row]);
+        isMatched[typeOf[row]] = true;
     }
-    for (const ToolGeometry::Type type : types)
-        recorder.addToolType(type);
+    for (std::size_t type = 0; type < isMatched.size(); ++type)
+        if (isMatched[type])
+            recorder.addToolType(static_cast<ToolGeometry::Type>(type));
     return page;
 }
 
@@ -142,7 +117,7 @@ ToolPageAggregator::Tools ToolPageAggregator::fetchToolsInLibrary(const ToolSour
         if (question.filter(*indexed, locator))
             tools.push_back(std::move(indexed));
     }
-    question.sort(tools);
+    std::ranges::stable_sort(tools, question.order);
     return tools;
 }
 

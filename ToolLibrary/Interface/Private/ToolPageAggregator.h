@@ -3,6 +3,7 @@
 #pragma once
 
 #include "ToolLibrary/Interface/Private/ToolFilter.h"
+#include "ToolLibrary/Interface/Private/ToolSorter.h"
 #include "ToolLibrary/ToolLibraryExport.h"
 #include "platform/tool/ToolLibraryLocator.h"
 #include "platform/tool/ToolPage.h"
@@ -15,7 +16,6 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace Varn::ToolLibraries {
@@ -54,16 +54,14 @@ private:
     };
 
     using Tools = std::vector<std::unique_ptr<IndexedTool>>;
-    using Sort = std::function<void(Tools &)>;
     /// A request, made ready.
     struct Question {
         ToolFilter::Predicate filter;
         std::string sortState;
-        Sort sort;
+        ToolSorter::Order order;
         Window window;
     };
 
-    static Sort createSort(std::string_view sortState);
     Json::Value fetchToolsInPage(const ToolLibraryLocator &locator, const Question &question,
                                  ToolTypeRecorder &recorder, Counters &counters) const;
     static std::optional<Json::Value> fetchFromColumns(const ColumnedSource &source, const ToolLibraryLocator &locator,

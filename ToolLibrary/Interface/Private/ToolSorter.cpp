@@ -172,7 +172,7 @@ ToolSorter::Order ToolSorter::createSortFunction(std::string_view sortState)
         looksAtNames = looksAtNames || key["key"].asString() == ToolKeys::name;
     }
     comparisons.emplace_back([](const IndexedTool &a, const IndexedTool &b) {
-        return orderOf(Guid::compare(a.getTool().getToolId().guid(), b.getTool().getToolId().guid()));
+        return orderOf(Guid::compare(a.getToolId().guid(), b.getToolId().guid()));
     });
     return Order(std::move(comparisons), looksAtNames);
 }
