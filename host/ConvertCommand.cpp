@@ -2,6 +2,7 @@
 #include "host/Engine.h"
 
 #include "ToolLibrary/IO/ToolLibraryUrl.h"
+#include "ToolLibrary/IO/ZipToolFormat.h"
 #include "ToolLibrary/Interface/Private/Storage/LibrarySaver.h"
 #include "ToolLibrary/Interface/Private/ToolSourceSink/DiskLibrary.h"
 #include "ToolLibrary/Interface/Private/ToolSourceSink/ToolSourceLoader.h"
@@ -26,7 +27,6 @@ using Varn::Tools::ToolLibraryUrl;
 
 namespace {
 
-const QString documentEntry = QStringLiteral("tools.json");
 const QString geometryExtension = QStringLiteral(".3DTool");
 
 /// What lies beside a library document, in an archive or in a folder.
@@ -52,7 +52,7 @@ Companions companionsInArchive(const CZipArchive &archive)
     for (int i = 0; i < archive.GetCount(); ++i) {
         const std::wstring &entry = archive.GetFileInfo(i)->GetFileName();
         const QString name = QString::fromStdWString(entry);
-        if (name == documentEntry || !Varn::EntryNames::isSafe(entry))
+        if (name == Varn::Tools::ZipToolFormat::documentEntry || !Varn::EntryNames::isSafe(entry))
             continue;
         const auto [companion, isNew] = companions.try_emplace(name);
         if (!isNew)

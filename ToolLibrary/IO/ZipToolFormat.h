@@ -35,6 +35,8 @@ class ByteArrayCZipMemFile;
 class TOOL_LIBRARY_EXPORT ZipToolFormat
 {
 public:
+    static constexpr QLatin1String documentEntry{"tools.json"}; ///< of a library
+
     /// Touches no file. \a path is the archive's on the disk.
     explicit ZipToolFormat(const QString &path);
     ZipToolFormat(const ZipToolFormat &) = delete;

@@ -41,7 +41,6 @@ struct Content {
 const Companions noCompanions;
 
 constexpr int failureLevel = 1;
-const QString documentEntry = QStringLiteral("tools.json");
 
 QMap<QString, QVariant> withNewGuids(QMap<QString, QVariant> library)
 {
@@ -91,7 +90,7 @@ bool holdsNoArchive(const std::wstring &path)
 bool beginArchive(ZipToolFormat &archive, const std::wstring &path, const Content &content)
 {
     const auto isKept = [&](const QString &name) {
-        return name != documentEntry && !content.companions.contains(name);
+        return name != ZipToolFormat::documentEntry && !content.companions.contains(name);
     };
     const bool begun =
         content.others == OtherEntries::Drop ? archive.create() : archive.createKeeping(isKept) || holdsNoArchive(path);
@@ -105,7 +104,8 @@ bool writeZipped(const QString &path, const Content &content)
     const std::wstring file = FileSystem::fromQString(path);
     clearReadOnlyFlag(file);
     ZipToolFormat archive(path);
-    return beginArchive(archive, file, content) && archive.addContent(documentEntry, content.text) && archive.write();
+    return beginArchive(archive, file, content) && archive.addContent(ZipToolFormat::documentEntry, content.text) &&
+           archive.write();
 }
 
 bool writeFile(const ToolLibraryUrl &url, const Content &content)

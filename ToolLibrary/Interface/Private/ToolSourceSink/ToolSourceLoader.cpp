@@ -109,7 +109,7 @@ void ToolSourceLoader::loadFromZippedJson(const ToolLibraryLocatorInterrogator &
                                           const Abortable &abortable)
 {
     VARN_EXPECTS(locator.isLocalZippedJson());
-    const QString documentName = QStringLiteral("tools.json");
+    const QString documentName = Tools::ZipToolFormat::documentEntry;
     const std::wstring path = locator.filePath();
     Tools::ZipToolFormat archive(QString::fromStdWString(path));
     QByteArray document;
