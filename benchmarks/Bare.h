@@ -4,13 +4,9 @@
 #include <rapidjson/document.h>
 #include <rapidjson/stringbuffer.h>
 
-#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
-
-struct sqlite3;
-struct sqlite3_stmt;
 
 namespace Bench {
 
@@ -29,23 +25,6 @@ void replaceFileBare(const std::string &file, std::string_view bytes);
 /// zlib at its usual level 6, in memory.
 std::string deflateBare(std::string_view bytes);
 std::string inflateBare(const std::string &packed, std::size_t size);
-
-/// A table of the tools by GUID in SQLite, in memory.
-class ToolTable
-{
-public:
-    explicit ToolTable(const rapidjson::Document &library);
-    ~ToolTable();
-    ToolTable(const ToolTable &) = delete;
-    ToolTable &operator=(const ToolTable &) = delete;
-
-    /// The tool's text.
-    std::string find(const std::string &guid) const;
-
-private:
-    sqlite3 *m_database = nullptr;
-    sqlite3_stmt *m_query = nullptr;
-};
 
 /// The GUIDs of the tools, in their order.
 std::vector<std::string> guidsOf(const rapidjson::Document &library);

@@ -2,6 +2,7 @@
 #include "Bare.h"
 #include "Libraries.h"
 #include "Measure.h"
+#include "SqliteTables.h"
 #include "Trees.h"
 
 #include "ToolLibrary/Interface/Private/IndexedToolLookup.h"

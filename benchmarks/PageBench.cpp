@@ -2,6 +2,7 @@
 #include "Bare.h"
 #include "Libraries.h"
 #include "Measure.h"
+#include "SqliteTables.h"
 #include "Trees.h"
 
 #include "ToolLibrary/Interface/Private/IndexedToolLookup.h"
@@ -9,11 +10,13 @@
 #include "ToolLibrary/Interface/Private/SearchText.h"
 #include "ToolLibrary/Interface/Private/ToolPageAggregator.h"
 #include "ToolLibrary/Interface/Private/ToolSourceSink/RapidJsonTool.h"
+#include "ToolLibrary/Interface/Private/ToolSourceSink/RapidjsonToolLibrary.h"
 #include "ToolLibrary/Interface/Private/ToolSourceSink/ToolSourceLoader.h"
 #include "platform/utils/Abortable.h"
 
 #include <algorithm>
-#include <numeric>
+#include <cstdio>
+#include <limits>
 
 namespace Bench {
 
@@ -63,6 +66,15 @@ std::vector<std::uint32_t> pageOf(std::size_t size, std::size_t offset, const Pa
     return rows;
 }
 
+PageTable tableOf(const Columns &columns)
+{
+    std::vector<PageTable::Tool> tools;
+    for (std::size_t row = 0; row < columns.names.size(); ++row)
+        tools.push_back({QString::fromStdWString(columns.names[row]).toStdString(), columns.searchTexts[row],
+                         columns.diameters[row]});
+    return PageTable(tools);
+}
+
 struct Page {
     const char *name;
     const char *filters;
@@ -70,11 +82,18 @@ struct Page {
     const char *sort;
     int offset;
     Work bare;
+    Work sqlite;
 };
 
-std::vector<Page> pagesOf(const Columns &columns, std::size_t &sink)
+std::vector<Page> pagesOf(const Columns &columns, const PageTable &table, std::size_t &sink)
 {
+    using Order = PageTable::Order;
+    constexpr double infinity = std::numeric_limits<double>::infinity();
     const std::size_t size = columns.names.size();
+    const int middle = static_cast<int>(size / 2);
+    const auto ask = [&](std::string text, double lower, double upper, Order order, int offset) {
+        return [=, &table, &sink] { sink += table.page(text, lower, upper, order, pageSize, offset).size(); };
+    };
     const auto keep = [&sink](const std::vector<std::uint32_t> &rows) { sink += rows.size(); };
     const auto everything = [](std::uint32_t) { return true; };
     const auto byDiameterOf = [&columns](auto a, auto b) { return columns.diameters[a] < columns.diameters[b]; };
@@ -90,16 +109,20 @@ std::vector<Page> pagesOf(const Columns &columns, std::size_t &sink)
                             columns.searchTexts[row].find("mill") != std::string::npos;
                  },
                  byDiameterOf));
-         }},
-        {"browse by name", "", "", byName, 0, [=] { keep(pageOf(size, 0, everything, byNameOf)); }},
+         },
+         ask("mill", 4, 14, Order::Diameter, 0)},
+        {"browse by name", "", "", byName, 0, [=] { keep(pageOf(size, 0, everything, byNameOf)); },
+         ask("", -infinity, infinity, Order::Name, 0)},
         {"rare text", "", rare, byName, 0,
          [=, &columns] {
              keep(pageOf(
                  size, 0, [&](auto row) { return columns.searchTexts[row].find(rare) != std::string::npos; },
                  byNameOf));
-         }},
-        {"deep page by diameter", "", "", byDiameter, static_cast<int>(size / 2),
-         [=] { keep(pageOf(size, size / 2, everything, byDiameterOf)); }},
+         },
+         ask(rare, -infinity, infinity, Order::Name, 0)},
+        {"deep page by diameter", "", "", byDiameter, middle,
+         [=] { keep(pageOf(size, size / 2, everything, byDiameterOf)); },
+         ask("", -infinity, infinity, Order::Diameter, middle)},
     };
 }
 
@@ -125,6 +148,43 @@ void benchFirstPage(std::size_t tools, const std::string &bytes)
     printRatio("first page after a load", tools, {best, bare}, "parse in memory", 0.5);
 }
 
+/// A page behind a write of one tool, against the same page without one.
+void benchPageAfterAnEdit(std::size_t tools)
+{
+    const ToolLibraryLocator locator(libraryUrl(tools));
+    const std::shared_ptr<ToolSource> source = ToolSourceLoader::load(locator, Varn::AbortableImpl());
+    auto &library = dynamic_cast<RapidjsonToolLibrary &>(*source);
+    const ToolPageAggregator aggregator([&](const auto &) { return source; });
+    const ToolPageRequest page({locator}, middling, pageSize, 0, "mill", byName);
+    const Work fetch = [&] { aggregator.fetchPage(page); };
+    fetch();
+    const double kept = static_cast<double>(library.useColumns()->memory());
+    const std::vector<ToolId> ids = source->getToolIds();
+    Pair best{1e9, 1e9};
+    for (std::size_t round = 0; round < 50; ++round) {
+        const ToolId &id = ids[round * 7919 % ids.size()];
+        const std::string other = (*source->get(ids[round * 104729 % ids.size()]))->toJson();
+        best.bare = std::min(best.bare, secondsOf(fetch));
+        if (!library.updateTool(id, Tool(other)))
+            throw std::runtime_error("The tool could not be written");
+        best.ours = std::min(best.ours, secondsOf(fetch));
+    }
+    printRatio("warm page after one edit", tools, best, "the page without it", 1.2);
+    printMemory("memory kept for pages", tools, kept, static_cast<double>(libraryBytes(tools).size()), 0.15);
+    std::printf("%-44s %8zu %9.0f bytes for each tool\n", "", tools, kept / static_cast<double>(tools));
+}
+
+/// A whole library as text.
+void benchWholeLibrary(std::size_t tools, const rapidjson::Document &document, ToolLibraryInterface &engine)
+{
+    const ToolLibraryLocator library(libraryUrl(tools));
+    const Work bare = [&] {
+        rapidjson::StringBuffer text;
+        printIndentedBare(document, text);
+    };
+    printRatio("library()", tools, measurePair([&] { engine.library(library); }, bare, 1), "indenting writer", 2);
+}
+
 } // namespace
 
 void benchPages(std::size_t tools)
@@ -136,21 +196,25 @@ void benchPages(std::size_t tools)
     const Columns columns = columnsOf(document);
     const std::shared_ptr<ToolLibraryInterface> engine = engineOf({libraryUrl(tools)});
     const ToolLibraryLocator library(libraryUrl(tools));
+    benchWholeLibrary(tools, document, *engine);
+    const PageTable table = tableOf(columns);
     std::size_t sink = 0;
-    for (const Page &page : pagesOf(columns, sink)) {
+    for (const Page &page : pagesOf(columns, table, sink)) {
         const Work ours = [&] { engine->fetchTools(requestOf(page, library)); };
         ours(); // warm
         printRatio(page.name, tools, measurePair(ours, page.bare, 1), "plain columns, no JSON", 2);
+        printRatio(page.name, tools, measurePair(ours, page.sqlite, 1), "SQLite, rows only", 1);
     }
     const Work json = [&] {
         for (rapidjson::SizeType row = 0; row < pageSize; ++row)
             sink += RapidJsonConvert::toJsonValue(document["data"][row]).size();
     };
-    const Page first = pagesOf(columns, sink).front();
+    const Page first = pagesOf(columns, table, sink).front();
     printRatio("the first of them", tools, measurePair([&] { engine->fetchTools(requestOf(first, library)); }, json, 1),
                "50 tools to Json::Value", 2);
     if (sink == 0)
         throw std::runtime_error("Nothing was found");
+    benchPageAfterAnEdit(tools);
 }
 
 } // namespace Bench

@@ -1,10 +1,14 @@
-// main.cpp -- quillon_bench [TOOLS ...]: the table of all figures for libraries of that many tools.
+// main.cpp -- quillon_bench [GROUP ...] [TOOLS ...]: the table of all figures, or of some groups, for libraries of that
+// many tools.
 #include "Libraries.h"
 #include "Measure.h"
 
 #include <QCoreApplication>
 
-#include <cstdlib>
+#include <algorithm>
+#include <charconv>
+#include <cstdio>
+#include <string_view>
 #include <vector>
 
 namespace Bench {
@@ -16,20 +20,56 @@ void benchStartUp();
 
 } // namespace Bench
 
+namespace {
+
+struct Group {
+    std::string_view name;
+    void (*run)(std::size_t tools);
+};
+constexpr Group groups[] = {
+    {"library", &Bench::benchLibrary},
+    {"pages", &Bench::benchPages},
+    {"saving", &Bench::benchSaving},
+};
+constexpr std::string_view startUp = "start"; // of no size
+
+bool isGroup(std::string_view name)
+{
+    return name == startUp || std::ranges::count(groups, name, &Group::name) > 0;
+}
+
+bool readSize(std::string_view text, std::size_t &size)
+{
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), size);
+    return error == std::errc() && end == text.data() + text.size() && size > 0;
+}
+
+} // namespace
+
 int main(int argc, char **argv)
 {
     const QCoreApplication application(argc, argv);
     const Bench::BenchPaths paths;
     std::vector<std::size_t> sizes;
-    for (int i = 1; i < argc; ++i)
-        sizes.push_back(std::strtoul(argv[i], nullptr, 10));
+    std::vector<std::string_view> wanted;
+    for (const std::string_view argument : std::vector<std::string_view>(argv + 1, argv + argc)) {
+        if (std::size_t size = 0; readSize(argument, size)) {
+            sizes.push_back(size);
+        } else if (isGroup(argument)) {
+            wanted.push_back(argument);
+        } else {
+            std::fputs("usage: quillon_bench [library] [pages] [saving] [start] [TOOLS ...]\n", stderr);
+            return 2;
+        }
+    }
     if (sizes.empty())
         sizes = {1000, 10000, 100000};
+    const auto isWanted = [&](std::string_view name) { return wanted.empty() || std::ranges::count(wanted, name) > 0; };
     Bench::printHeader();
-    for (const std::size_t tools : sizes) {
-        Bench::benchLibrary(tools);
-        Bench::benchPages(tools);
-        Bench::benchSaving(tools);
-    }
-    Bench::benchStartUp();
+    for (const std::size_t tools : sizes)
+        for (const Group &group : groups)
+            if (isWanted(group.name))
+                group.run(tools);
+    if (isWanted(startUp))
+        Bench::benchStartUp();
 }

@@ -7,6 +7,7 @@
 #include "util/utility/Assert.h"
 
 #include <algorithm>
+#include <chrono>
 #include <mutex>
 #include <system_error>
 #include <unordered_set>
@@ -22,9 +23,13 @@ using Entries = std::map<std::wstring, Tool3DGeometryMapEntry>;
 
 namespace {
 
+constexpr std::chrono::seconds coarsestClock(3); // of a file system: a change may follow another unseen that long
+
 struct Table {
-    std::mutex mutex;
-    Entries entries; // guarded by mutex
+    std::mutex mutex; // guards all others
+    Entries entries;
+    std::map<std::pair<ToolLibraryUrl, fs::path>, fs::file_time_type> walked; // folders, and when they had changed last
+    unsigned syncs = 0;
 };
 
 /// Never destroyed: a thread may outlive the statics.
@@ -202,12 +207,28 @@ std::shared_ptr<const ToolSLDGeometry> Tool3DGeometryMap::getLoaded3DGeometry(co
     return loaded;
 }
 
+// Every page of a library asks for this, so a folder that has not changed since the last walk is not walked again.
 void Tool3DGeometryMap::populateFromLibraryUrl(const ToolLibraryUrl &url)
 {
-    walk(Tool3DGeometryUtil::getLocal3DGeometryFolder(url), [&url](const fs::directory_entry &entry) {
+    const fs::path folder = Tool3DGeometryUtil::getLocal3DGeometryFolder(url);
+    std::error_code error;
+    const fs::file_time_type changed = fs::last_write_time(folder, error);
+    unsigned syncs = 0;
+    {
+        const std::lock_guard lock(table().mutex);
+        const auto walked = table().walked.find({url, folder});
+        if (!error && walked != table().walked.end() && walked->second == changed)
+            return;
+        syncs = table().syncs;
+    }
+    const bool isSettled = !error && fs::file_time_type::clock::now() - changed > coarsestClock;
+    walk(folder, [&url](const fs::directory_entry &entry) {
         if (const auto id = getGeometryId(entry))
             emplace(*id, std::make_shared<ToolPlaceholder3DGeometry>(*id), url);
     });
+    const std::lock_guard lock(table().mutex);
+    if (isSettled && syncs == table().syncs)
+        table().walked.insert_or_assign({url, folder}, changed);
 }
 
 void Tool3DGeometryMap::syncLibraries(const std::map<ToolLibraryUrl, std::set<std::wstring>> &libraries)
@@ -216,6 +237,8 @@ void Tool3DGeometryMap::syncLibraries(const std::map<ToolLibraryUrl, std::set<st
     {
         const std::lock_guard lock(table().mutex);
         before = std::exchange(table().entries, entriesOf(libraries, table().entries));
+        table().walked.clear();
+        ++table().syncs;
     }
     const std::unordered_set<std::string> used = pathsInUse(libraries);
     std::optional<fs::filesystem_error> failure;

@@ -4,6 +4,7 @@
 #include "platform/utils/Messages.h"
 
 #include <algorithm>
+#include <atomic>
 #include <mutex>
 #include <set>
 #include <shared_mutex>
@@ -36,6 +37,7 @@ struct LocaleRegistry::Texts {
     std::map<std::string, LocalizedMessage::Record, std::less<>> messages; // by id
     std::map<std::string, Translations, std::less<>> catalogues;           // by country
     std::string country = "en";
+    std::atomic<std::uint64_t> revision = 0; // not guarded
 
     // Before a text of that country is looked up, and without the lock. What is there already is a host's, and stays.
     void readBuiltIn(std::string_view code)
@@ -74,6 +76,7 @@ struct LocaleRegistry::Texts {
     {
         for (auto &[id, message] : messages)
             message.current.store(find(message, country), std::memory_order_release);
+        ++revision;
     }
 };
 
@@ -151,6 +154,11 @@ void LocaleRegistry::setCountry(std::string_view code)
     const std::unique_lock lock(all.mutex);
     all.country = std::move(country);
     all.refresh();
+}
+
+std::uint64_t LocaleRegistry::revision()
+{
+    return texts().revision.load();
 }
 
 std::string LocaleRegistry::country()

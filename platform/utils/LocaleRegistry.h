@@ -9,6 +9,7 @@
 #include <tl/expected.hpp>
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -45,6 +46,9 @@ public:
 
     /// Sets the language of the process. A country without a catalogue gets English texts.
     static void setCountry(std::string_view code);
+
+    /// Another number whenever a text may read differently from before.
+    static std::uint64_t revision();
 
     /// The code as it was set, in lower case and with '-'.
     static std::string country();

@@ -4,10 +4,15 @@
 
 #include <QString>
 
+#include <algorithm>
+
 namespace Varn {
 
 std::wstring Messages::fromUTF8ToWideUnicode(std::string_view utf8)
 {
+    const auto isAscii = [](char c) { return static_cast<unsigned char>(c) < 0x80; };
+    if (std::ranges::all_of(utf8, isAscii)) // nearly every text: no need of the way through UTF-16
+        return {utf8.begin(), utf8.end()};
     return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size())).toStdWString();
 }
 

@@ -31,6 +31,11 @@ IndexedTool::IndexedTool(std::unique_ptr<const Tool> tool) : m_tool(std::move(to
         std::terminate();
 }
 
+IndexedTool::IndexedTool(std::unique_ptr<const Tool> tool, std::wstring name) : IndexedTool(std::move(tool))
+{
+    m_name = std::move(name);
+}
+
 const ToolId &IndexedTool::getToolId() const
 {
     if (!m_id)
@@ -106,7 +111,7 @@ std::optional<ToolGeometry::Type> IndexedTool::getType(std::string_view key) con
     if (key != "tool_type")
         return std::nullopt;
     if (!m_type)
-        m_type = ToolGeometry::getToolTypeFromStringNoThrow(m_tool->getWString(key).value_or(std::wstring()));
+        m_type = ToolGeometry::getToolTypeFromStringNoThrow(m_tool->getString(key).value_or(std::string()));
     return m_type;
 }
 

@@ -20,6 +20,9 @@ public:
     /// A null tool ends the program: it is no failure that anybody could handle.
     explicit IndexedTool(std::unique_ptr<const Tool> tool);
 
+    /// One whose name is known.
+    IndexedTool(std::unique_ptr<const Tool> tool, std::wstring name);
+
     const Tool &getTool() const { return *m_tool; }
 
     const ToolId &getToolId() const; ///< read once: every order ends with it

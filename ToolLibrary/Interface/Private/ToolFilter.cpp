@@ -27,7 +27,7 @@ bool ToolFilter::Predicate::operator()(const IndexedTool &tool, const ToolLibrar
 
 std::vector<std::uint8_t> ToolFilter::Predicate::marksOf(PageColumns &columns, const ToolLibraryLocator &library) const
 {
-    PageColumns::Marks marks(columns.size(), 1);
+    ToolMarks marks(columns.size(), 1);
     for (const Term &term : m_terms)
         term->narrow(columns, library, marks);
     return marks;

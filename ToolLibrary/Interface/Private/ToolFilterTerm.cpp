@@ -22,16 +22,17 @@ std::string unitText(NCUnit::Unit unit)
 }
 
 /// Unmarks the rows whose value is not good; each value that occurs is asked about once.
-template <typename Value, typename IsGood>
-void narrowByValue(const std::vector<Value> &column, PageColumns::Marks &marks, const IsGood &isGood)
+template <typename ValueOf, typename IsGood>
+void narrowByValue(PageColumns &columns, ToolMarks &marks, const ValueOf &valueOf, const IsGood &isGood)
 {
-    std::map<Value, bool> known;
-    for (std::size_t row = 0; row < column.size(); ++row) {
+    const std::vector<PageColumns::Basics> &basics = columns.basics();
+    std::map<std::decay_t<decltype(valueOf(basics.front()))>, bool> known;
+    for (ToolRow row = 0; row < columns.size(); ++row) {
         if (!marks[row])
             continue;
-        const auto [answer, isNew] = known.try_emplace(column[row]);
+        const auto [answer, isNew] = known.try_emplace(valueOf(basics[row]));
         if (isNew)
-            answer->second = isGood(column[row]);
+            answer->second = isGood(answer->first);
         marks[row] = answer->second;
     }
 }
@@ -48,9 +49,9 @@ bool SearchTerm::passes(const IndexedTool &tool, const ToolLibraryLocator &) con
     return isIn(tool.getComment()) || isIn(tool.getProductId()) || isIn(tool.getVendor()) || isIn(tool.getName());
 }
 
-void SearchTerm::narrow(PageColumns &columns, const ToolLibraryLocator &, PageColumns::Marks &marks) const
+void SearchTerm::narrow(PageColumns &columns, const ToolLibraryLocator &, ToolMarks &marks) const
 {
-    columns.search(m_needle, marks);
+    columns.searchTexts().search(m_needle, marks);
 }
 
 bool NumberTerm::passes(const IndexedTool &tool, const ToolLibraryLocator &) const
@@ -59,7 +60,7 @@ bool NumberTerm::passes(const IndexedTool &tool, const ToolLibraryLocator &) con
     return value && m_isGood(*value);
 }
 
-void NumberTerm::narrow(PageColumns &columns, const ToolLibraryLocator &, PageColumns::Marks &marks) const
+void NumberTerm::narrow(PageColumns &columns, const ToolLibraryLocator &, ToolMarks &marks) const
 {
     const PageColumns::Numbers &numbers = columns.numbers(m_key);
     for (std::size_t row = 0; row < marks.size(); ++row)
@@ -77,24 +78,28 @@ bool TextTerm::passes(const IndexedTool &tool, const ToolLibraryLocator &) const
     return text && m_texts.contains(*text);
 }
 
-void TextTerm::narrow(PageColumns &columns, const ToolLibraryLocator &, PageColumns::Marks &marks) const
+void TextTerm::narrow(PageColumns &columns, const ToolLibraryLocator &, ToolMarks &marks) const
 {
+    using Basics = PageColumns::Basics;
+    const std::optional<std::string_view> property = ToolKeys::propertyOf(m_key);
     if (m_key == ToolKeys::type) {
-        narrowByValue(columns.types(), marks, [this](auto type) { return m_texts.contains(typeText(type)); });
-        return;
+        narrowByValue(
+            columns, marks, [](const Basics &tool) { return tool.type; },
+            [this](auto type) { return m_texts.contains(typeText(type)); });
+    } else if (m_key == ToolKeys::unit) {
+        narrowByValue(
+            columns, marks, [](const Basics &tool) { return tool.unit; },
+            [this](auto unit) { return m_texts.contains(unitText(unit)); });
+    } else if (m_key == ToolKeys::name) {
+        const NameColumn &names = columns.names();
+        for (ToolRow row = 0; row < columns.size(); ++row)
+            if (marks[row])
+                marks[row] = m_texts.contains(Messages::fromWideUnicodeToUTF8(names[row]));
+    } else if (property) {
+        columns.property(*property).narrow(m_texts, marks);
+    } else {
+        std::ranges::fill(marks, std::uint8_t{0});
     }
-    if (m_key == ToolKeys::unit) {
-        narrowByValue(columns.units(), marks, [this](auto unit) { return m_texts.contains(unitText(unit)); });
-        return;
-    }
-    const PageColumns::Texts &texts = columns.texts(m_key);
-    std::set<std::int32_t> wanted;
-    for (const std::string &text : m_texts)
-        if (const auto found = texts.idOf.find(text); found != texts.idOf.end())
-            wanted.insert(found->second);
-    for (std::size_t row = 0; row < marks.size(); ++row)
-        if (marks[row])
-            marks[row] = wanted.contains(texts.ids[row]);
 }
 
 const std::set<std::string> *IdentifierTerm::guidsOf(const ToolLibraryLocator &library) const
@@ -109,14 +114,18 @@ bool IdentifierTerm::passes(const IndexedTool &tool, const ToolLibraryLocator &l
     return guids && guids->contains(tool.getTool().getToolId().guid().asString());
 }
 
-void IdentifierTerm::narrow(PageColumns &columns, const ToolLibraryLocator &library, PageColumns::Marks &marks) const
+void IdentifierTerm::narrow(PageColumns &columns, const ToolLibraryLocator &library, ToolMarks &marks) const
 {
-    PageColumns::Marks named(marks.size());
-    if (const std::set<std::string> *guids = guidsOf(library))
-        for (const std::string &guid : *guids)
-            if (const std::optional<PageColumns::Row> row = columns.rowOf(guid))
-                named[*row] = marks[*row];
-    marks = std::move(named);
+    std::vector<Guid> wanted;
+    const auto comesBefore = [](const Guid &a, const Guid &b) { return Guid::compare(a, b) < 0; };
+    if (const std::set<std::string> *guids = guidsOf(library)) // in the order of the texts, which is that of the GUIDs
+        for (const std::string &text : *guids)
+            if (const Guid guid = Guid::fromString(text); guid.asString() == text)
+                wanted.push_back(guid);
+    const std::vector<PageColumns::Basics> &basics = columns.basics();
+    for (ToolRow row = 0; row < columns.size(); ++row)
+        if (marks[row])
+            marks[row] = std::ranges::binary_search(wanted, basics[row].guid, comesBefore);
 }
 
 } // namespace Varn::ToolLibraries

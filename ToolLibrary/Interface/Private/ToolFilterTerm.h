@@ -2,7 +2,7 @@
 // thread; the columns as they tell.
 #pragma once
 
-#include "ToolLibrary/Interface/Private/PageColumns.h"
+#include "ToolLibrary/Interface/Private/Columns/PageColumns.h"
 #include "platform/tool/ToolLibraryLocator.h"
 
 #include <compare>
@@ -23,7 +23,7 @@ public:
     virtual bool passes(const IndexedTool &tool, const ToolLibraryLocator &library) const = 0;
 
     /// Unmarks the tools that do not pass.
-    virtual void narrow(PageColumns &columns, const ToolLibraryLocator &library, PageColumns::Marks &marks) const = 0;
+    virtual void narrow(PageColumns &columns, const ToolLibraryLocator &library, ToolMarks &marks) const = 0;
 };
 
 /// The needle, a normalised text, occurs in comment, product id, vendor or name.
@@ -32,7 +32,7 @@ class SearchTerm : public ToolFilterTerm
 public:
     explicit SearchTerm(std::wstring needle) : m_needle(std::move(needle)) {}
     bool passes(const IndexedTool &tool, const ToolLibraryLocator &library) const override;
-    void narrow(PageColumns &columns, const ToolLibraryLocator &library, PageColumns::Marks &marks) const override;
+    void narrow(PageColumns &columns, const ToolLibraryLocator &library, ToolMarks &marks) const override;
 
 private:
     std::wstring m_needle;
@@ -46,7 +46,7 @@ public:
     {
     }
     bool passes(const IndexedTool &tool, const ToolLibraryLocator &library) const override;
-    void narrow(PageColumns &columns, const ToolLibraryLocator &library, PageColumns::Marks &marks) const override;
+    void narrow(PageColumns &columns, const ToolLibraryLocator &library, ToolMarks &marks) const override;
 
 private:
     std::string m_key;
@@ -59,7 +59,7 @@ class TextTerm : public ToolFilterTerm
 public:
     TextTerm(std::string key, std::set<std::string> texts) : m_key(std::move(key)), m_texts(std::move(texts)) {}
     bool passes(const IndexedTool &tool, const ToolLibraryLocator &library) const override;
-    void narrow(PageColumns &columns, const ToolLibraryLocator &library, PageColumns::Marks &marks) const override;
+    void narrow(PageColumns &columns, const ToolLibraryLocator &library, ToolMarks &marks) const override;
 
 private:
     std::string m_key;
@@ -74,7 +74,7 @@ public:
 
     explicit IdentifierTerm(GuidsByLibrary guids) : m_guids(std::move(guids)) {}
     bool passes(const IndexedTool &tool, const ToolLibraryLocator &library) const override;
-    void narrow(PageColumns &columns, const ToolLibraryLocator &library, PageColumns::Marks &marks) const override;
+    void narrow(PageColumns &columns, const ToolLibraryLocator &library, ToolMarks &marks) const override;
 
 private:
     const std::set<std::string> *guidsOf(const ToolLibraryLocator &library) const;

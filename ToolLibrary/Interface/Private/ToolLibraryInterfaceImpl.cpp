@@ -6,6 +6,7 @@
 #include "ToolLibrary/Interface/Private/ToolLibraryAnalytics.h"
 #include "ToolLibrary/Interface/Private/ToolPageAggregator.h"
 #include "ToolLibrary/Interface/Private/ToolSourceSink/DiskLibrary.h"
+#include "ToolLibrary/Interface/Private/ToolSourceSink/RapidjsonToolLibrary.h"
 #include "ToolLibrary/Interface/Private/ToolSourceSink/ToolLibraryLocatorInterrogator.h"
 #include "ToolLibrary/Interface/Private/ToolSourceSink/ToolSourceLoader.h"
 #include "ToolLibrary/Interface/ToolLibraryCache.h"
@@ -21,6 +22,7 @@
 #include "platform/utils/Messages.h"
 #include "util/utility/Assert.h"
 
+#include <typeinfo>
 #include <utility>
 
 namespace Varn::ToolLibraries {
@@ -121,6 +123,8 @@ std::unique_ptr<ToolLibrary> ToolLibraryInterfaceImpl::library(const ToolLibrary
 {
     const std::shared_ptr<ToolSource> source = getToolSource(locator);
     reportLoad(locator, *source);
+    if (const auto *printable = printableSource(*source))
+        return ToolLibrary::make(printable->toEnvelope(), printable->getVersion(), printable->numberOfTools());
     const ToolPageRequest request({locator}, "[]", static_cast<int>(source->numberOfTools()), 0, "", "");
     const QVariantMap page = JsonConvert::toQVariantMap(fetchTools(request)->toJson());
     const QVariantMap data = page.value(QStringLiteral("data")).toMap();
@@ -132,6 +136,16 @@ std::unique_ptr<ToolLibrary> ToolLibraryInterfaceImpl::library(const ToolLibrary
         {QStringLiteral("version"), page.value(QStringLiteral("version"), ToolLibraryVersion::latestVersion())}};
     return ToolLibrary::make(JsonConvert::fromQVariantMap(library), library.value(QStringLiteral("version")).toInt(),
                              static_cast<std::size_t>(tools.size()));
+}
+
+/// The library that prints at once what a page of all its tools would come to. Null where that page could be another
+/// one: for other sources, when tools are validated, and when a class derived from this one makes the pages.
+const RapidjsonToolLibrary *ToolLibraryInterfaceImpl::printableSource(const ToolSource &source) const
+{
+    const auto *library = dynamic_cast<const RapidjsonToolLibrary *>(&source);
+    const bool isPrintable = library && library->getVersion() == ToolLibraryVersion::latestVersion() &&
+                             !Options::getEnableToolValidation() && typeid(*this) == typeid(ToolLibraryInterfaceImpl);
+    return isPrintable ? library : nullptr;
 }
 
 std::unique_ptr<ToolPage> ToolLibraryInterfaceImpl::fetchTools(const ToolPageRequest &request)

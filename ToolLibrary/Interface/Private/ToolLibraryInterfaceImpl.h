@@ -15,6 +15,7 @@ namespace Varn::ToolLibraries {
 class DiskLibrary;
 class ModeConfiguration;
 class ToolLibraryCache;
+class RapidjsonToolLibrary;
 class ToolSource;
 class UserInteraction;
 
@@ -88,6 +89,7 @@ private:
     std::shared_ptr<ToolSource> getToolSource(const ToolLibraryLocator &locator) const;
     std::shared_ptr<DiskLibrary> getDocumentLibrary(const Tools::ToolLibraryUrl &url) const;
     std::shared_ptr<DiskLibrary> getDocumentOrCacheLibrary(const Tools::ToolLibraryUrl &url) const;
+    const RapidjsonToolLibrary *printableSource(const ToolSource &source) const;
     std::unique_ptr<ToolPage> validatePageTools(std::unique_ptr<ToolPage> page) const;
 
     std::shared_ptr<Tools::CamDocuments> m_camDocuments;

@@ -9,6 +9,7 @@
 #include "platform/utils/Messages.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace Varn::ToolLibraries {
 
@@ -76,6 +77,7 @@ std::wstring ToolNameGenerator::generateLocalizedName(const IndexedTool &tool, s
 ToolNameGenerator::Components ToolNameGenerator::getComponents(const IndexedTool &tool, std::wstring_view countryCode)
 {
     Components components;
+    components.reserve(6); // number, four dimensions, description
     if (const int number = tool.getTool().getInt("tool_number").value_or(0))
         components.emplace_back(std::to_wstring(number) + L" -");
     const ToolGeometry::Type type = tool.getType();
@@ -87,7 +89,7 @@ ToolNameGenerator::Components ToolNameGenerator::getComponents(const IndexedTool
         dimensions = getTurningComponents(tool, countryCode);
     const bool isBracketed =
         std::ranges::any_of(dimensions, [](const Component &component) { return component.has_value(); });
-    components.insert(components.end(), dimensions.begin(), dimensions.end());
+    std::ranges::move(dimensions, std::back_inserter(components));
     std::wstring description = Messages::fromUTF8ToWideUnicode(tool.getTool().getDescription());
     if (description.empty())
         description =
@@ -99,6 +101,7 @@ ToolNameGenerator::Components ToolNameGenerator::getComponents(const IndexedTool
 ToolNameGenerator::Components ToolNameGenerator::getSpinningComponents(const IndexedTool &tool)
 {
     Components components;
+    components.reserve(std::size(spinningDimensions));
     for (const Dimension &dimension : spinningDimensions)
         components.push_back(dimensionText(dimension, tool));
     return components;

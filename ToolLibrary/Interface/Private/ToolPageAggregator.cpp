@@ -1,6 +1,6 @@
 #include "ToolLibrary/Interface/Private/ToolPageAggregator.h"
 
-#include "ToolLibrary/Interface/Private/ColumnedSource.h"
+#include "ToolLibrary/Interface/Private/Columns/ColumnedSource.h"
 #include "ToolLibrary/Interface/Private/IndexedTool.h"
 #include "ToolLibrary/Interface/Private/ToolSourceSink/ToolSource.h"
 #include "ToolLibrary/Interface/Private/ToolTypeRecorder.h"
@@ -79,21 +79,21 @@ std::optional<Json::Value> ToolPageAggregator::fetchFromColumns(const ColumnedSo
                                                                 Counters &counters)
 {
     const ColumnedSource::Use columns = source.useColumns();
-    const std::vector<PageColumns::Row> *order = columns->order(question.sortState);
+    const ToolRows *order = columns->order(question.sortState);
     if (!order)
         return std::nullopt;
-    const PageColumns::Marks marks = question.filter.marksOf(*columns, locator);
+    const ToolMarks marks = question.filter.marksOf(*columns, locator);
     counters.total += static_cast<int>(columns->size());
     Json::Value page(Json::arrayValue);
     std::array<bool, ToolGeometry::TYPE_PLUNGE_MILL + 1> isMatched{}; // by type
-    const std::vector<ToolGeometry::Type> &typeOf = columns->types();
-    for (const PageColumns::Row row : *order) {
+    const std::vector<PageColumns::Basics> &basics = columns->basics();
+    for (const ToolRow row : *order) {
         if (!marks[row])
             continue;
         ++counters.matched;
         if (question.window.holds(counters.matched))
             page.append(source.toolOfRow(row)->getToolValue());
-        isMatched[typeOf[row]] = true;
+        isMatched[basics[row].type] = true;
     }
     for (std::size_t type = 0; type < isMatched.size(); ++type)
         if (isMatched[type])

@@ -45,6 +45,33 @@ TEST_F(Tool3DGeometryMapTest, TwoLibrariesOfOneFolderAreTwoLocationsOfOneFile)
     EXPECT_THAT(Map::getLocations(L"id"), ElementsAre(local, sameFolder));
 }
 
+TEST_F(Tool3DGeometryMapTest, AFolderThatWasWalkedIsWalkedAgainOnceItChanges)
+{
+    const auto longAgo = fs::file_time_type::clock::now() - std::chrono::hours(1);
+    put(fileOf(local, L"first"));
+    const fs::path folder = fs::path(fileOf(local, L"first")).parent_path();
+    fs::last_write_time(folder, longAgo);
+    Map::populateFromLibraryUrl(local);
+    EXPECT_TRUE(Map::has(L"first"));
+
+    put(fileOf(local, L"second"));
+    fs::last_write_time(folder, longAgo); // as if nothing had changed: it is remembered
+    Map::populateFromLibraryUrl(local);
+    EXPECT_FALSE(Map::has(L"second"));
+
+    fs::last_write_time(folder, longAgo + std::chrono::seconds(1));
+    Map::populateFromLibraryUrl(local);
+    EXPECT_TRUE(Map::has(L"second"));
+
+    fs::remove(fileOf(local, L"second"));
+    fs::last_write_time(folder, longAgo + std::chrono::seconds(1));
+    Map::syncLibraries({{local, {L"first"}}});
+    put(fileOf(local, L"third"));
+    fs::last_write_time(folder, longAgo + std::chrono::seconds(1));
+    Map::populateFromLibraryUrl(local); // a sync makes the table anew
+    EXPECT_TRUE(Map::has(L"third"));
+}
+
 TEST_F(Tool3DGeometryMapTest, ALoadedGeometryStays)
 {
     const auto first = makeGeometry(L"id", "first");

@@ -19,8 +19,11 @@ class JsonOutput
 public:
     using Sink = std::function<bool(std::string_view)>;
 
+    /// Values each on a line of their own, or without any blanks.
+    enum class Form { Indented, Compact };
+
     /// \a sink must outlive this object.
-    explicit JsonOutput(const Sink &sink) : m_sink(sink) {}
+    JsonOutput(const Sink &sink, Form form) : m_sink(sink), m_isIndented(form == Form::Indented) {}
 
     /// Hands over what is left; false when the sink has refused anything.
     bool flush()
@@ -57,20 +60,23 @@ public:
         m_size += text.size();
     }
 
-    /// A new line with four blanks for each of \a depth.
-    void putLine(std::size_t depth) { beginLine(depth, '\n', 0); }
+    /// The line that ends an object or a list, with four blanks for each of \a depth.
+    void putLine(std::size_t depth) { beginLine(depth, true, 0); }
 
     /// The line of a member up to its value, behind another one for \a first false.
     void putMember(std::string_view simpleName, bool first, std::size_t depth)
     {
-        char *at = beginLine(depth, first ? '\n' : ',', simpleName.size() + 4);
+        char *at = beginLine(depth, first, simpleName.size() + 4);
         *at++ = '"';
         at = copyShort(at, simpleName);
         std::memcpy(at, "\": ", 3);
-        m_size += simpleName.size() + 4;
+        m_size += simpleName.size() + (m_isIndented ? 4 : 3);
     }
+    /// What stands between a name and its value.
+    void putColon() { put(m_isIndented ? ": " : ":"); }
+
     /// The line of an element, up to its value.
-    void putElement(bool first, std::size_t depth) { beginLine(depth, first ? '\n' : ',', 0); }
+    void putElement(bool first, std::size_t depth) { beginLine(depth, first, 0); }
 
     /// As std::to_chars() prints it.
     template <typename Number>
@@ -89,12 +95,14 @@ private:
     static constexpr std::size_t longestNumber = 32;
     static constexpr std::string_view blankBlock = "                "; // copied whole, over what follows
 
-    /// Begins a line, with a comma before it if \a begin is one. Gives where it goes on, with room for \a more bytes.
-    char *beginLine(std::size_t depth, char begin, std::size_t more)
+    /// Begins a line, behind a comma unless it is the first. Gives where it goes on, with room for \a more bytes.
+    char *beginLine(std::size_t depth, bool first, std::size_t more)
     {
-        put(begin);
-        if (begin == ',')
-            put('\n');
+        if (!first)
+            put(',');
+        if (!m_isIndented)
+            return reserve(more);
+        put('\n');
         std::size_t blanks = 4 * depth;
         for (; blanks > mostReserved; blanks -= mostReserved) {
             std::memset(reserve(mostReserved), ' ', mostReserved);
@@ -133,6 +141,7 @@ private:
     }
 
     const Sink &m_sink;
+    const bool m_isIndented;
     std::array<char, blockSize> m_block; // left as it is: it is written before it is read
     std::size_t m_size = 0;
     bool m_good = true;

@@ -124,7 +124,6 @@ Ox::expected<void, ToolSinkError> RapidjsonToolLibrary::createTool(ToolId id, co
         return refusal<AccessError>("Tool " + id.guid().asString() + " already exists");
     rapidjson::Document parsed = parse(tool);
     applyGuid(id.guid(), parsed);
-    dropColumns();
     m_tools->PushBack(Value(parsed, m_doc.GetAllocator()), m_doc.GetAllocator());
     m_index.append(id.guid().uuid());
     return {};
@@ -137,7 +136,7 @@ Ox::expected<void, ToolSinkError> RapidjsonToolLibrary::updateTool(ToolId id, co
         return refusal<ToolMissing>("Tool not found in library");
     rapidjson::Document parsed = parse(tool);
     applyGuid(id.guid(), parsed);
-    dropColumns();
+    noteUpdated(static_cast<ToolRow>(*position));
     (*m_tools)[static_cast<rapidjson::SizeType>(*position)].CopyFrom(parsed, m_doc.GetAllocator());
     return {};
 }
@@ -147,7 +146,7 @@ Ox::expected<void, ToolSinkError> RapidjsonToolLibrary::removeTool(ToolId id)
     const auto position = m_index.find(id.guid().uuid());
     if (!position)
         return refusal<ToolMissing>("Tool not found in library");
-    dropColumns();
+    noteRemoved(static_cast<ToolRow>(*position));
     m_tools->Erase(m_tools->Begin() + *position);
     m_index.remove(id.guid().uuid(), *position);
     return {};
@@ -197,9 +196,21 @@ QMap<QString, QVariant> RapidjsonToolLibrary::toQVariantMap() const
     return RapidJsonConvert::toQVariant(m_doc).toMap();
 }
 
-bool RapidjsonToolLibrary::printIndented(const IndentedJsonWriter::Sink &sink, bool newGuids) const
+bool RapidjsonToolLibrary::printIndented(const LibraryTextWriter::Sink &sink, bool newGuids) const
 {
-    return newGuids ? IndentedJsonWriter::printWithNewGuids(m_doc, sink) : IndentedJsonWriter::print(m_doc, sink);
+    return newGuids ? LibraryTextWriter::printWithNewGuids(m_doc, sink) : LibraryTextWriter::print(m_doc, sink);
+}
+
+std::string RapidjsonToolLibrary::toEnvelope() const
+{
+    constexpr const char *byGuid = "";
+    const ToolRows order = *useColumns()->order(byGuid); // GUIDs always have an order
+    std::string text;
+    LibraryTextWriter::printCompact(*m_tools, order, getVersion(), [&text](std::string_view block) {
+        text += block;
+        return true;
+    });
+    return text;
 }
 
 std::unique_ptr<const Tool> RapidjsonToolLibrary::at(unsigned int index) const

@@ -4,8 +4,8 @@
 // root are kept. Tools handed out point into the document. Readers may share it between threads while nothing writes.
 #pragma once
 
-#include "ToolLibrary/Interface/Private/ColumnedSource.h"
-#include "ToolLibrary/Interface/Private/JsonManipulation/IndentedJsonWriter.h"
+#include "ToolLibrary/Interface/Private/Columns/ColumnedSource.h"
+#include "ToolLibrary/Interface/Private/JsonManipulation/LibraryTextWriter.h"
 #include "ToolLibrary/Interface/Private/ToolSourceSink/DiskLibrary.h"
 #include "ToolLibrary/Interface/Private/ToolSourceSink/GuidIndex.h"
 
@@ -55,12 +55,15 @@ public:
     /// Prints the library as it is saved, the text that toQVariantMap() gives through a QJsonDocument, without a copy
     /// of anything. With \a newGuids each tool of the text gets a GUID of its own and is no document tool any more.
     /// False when the sink was.
-    bool printIndented(const IndentedJsonWriter::Sink &sink, bool newGuids = false) const;
+    bool printIndented(const LibraryTextWriter::Sink &sink, bool newGuids = false) const;
 
-    std::unique_ptr<const Tool> toolOfRow(PageColumns::Row row) const override { return at(row); }
+    /// The library as one goes across the interface: the tools in the order of their GUIDs, the version, nothing else.
+    std::string toEnvelope() const;
+
+    std::unique_ptr<const Tool> toolOfRow(ToolRow row) const override { return at(row); }
+    ToolRow numberOfRows() const override { return numberOfTools(); }
 
 private:
-    const ToolSource &source() const override { return *this; }
     std::unique_ptr<const Tool> at(unsigned int index) const override;
     void sanitise() override;
 

@@ -1,6 +1,11 @@
 #include "ToolLibrary/Interface/Private/NumberText.h"
 
+#include <QRegularExpression>
+
 #include <gtest/gtest.h>
+
+#include <cmath>
+#include <random>
 
 namespace NumberText = Varn::ToolLibraries::NumberText;
 
@@ -26,6 +31,20 @@ TEST(NumberText, HasNoZerosAtItsEnd)
     };
     for (const auto &row : rows)
         EXPECT_EQ(NumberText::withPrecision(row.value, row.precision), row.text) << row.value;
+}
+
+TEST(NumberText, RoundsAsQtDoes)
+{
+    static const QRegularExpression zerosAtTheEnd(QStringLiteral("\\.?0+$"));
+    std::mt19937 random(3);
+    std::uniform_int_distribution<int> steps(-2'000'000, 2'000'000);
+    std::uniform_real_distribution<double> exponent(-8, 12);
+    for (int round = 0; round < 50'000; ++round) {
+        const int precision = 1 + round % 5;
+        const double value = round % 2 ? steps(random) / 2048.0 : std::pow(10, exponent(random));
+        const std::wstring expected = QString::number(value, 'f', precision).remove(zerosAtTheEnd).toStdWString();
+        ASSERT_EQ(NumberText::withPrecision(value, precision), expected) << value << " " << precision;
+    }
 }
 
 TEST(NumberText, InchesAreFractionsWhereTheyAre)

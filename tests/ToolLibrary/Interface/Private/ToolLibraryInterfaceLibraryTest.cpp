@@ -3,7 +3,9 @@
 #include "support/Asserts.h"
 #include "support/EngineTest.h"
 #include "support/Failure.h"
+#include "support/LibraryGenerator.h"
 
+#include "ToolLibrary/Interface/Private/JsonManipulation/JsonConvert.h"
 #include "ToolLibrary/Util/Tool3DGeometryMap.h"
 
 #include <gmock/gmock.h>
@@ -56,6 +58,15 @@ public:
 
 using WrittenPages = EngineTest<EngineOfWrittenPages>;
 
+/// An interface that may have changed what pages are, so that a library is made of them.
+class DerivedEngine : public ToolLibraryInterfaceImpl
+{
+public:
+    using ToolLibraryInterfaceImpl::ToolLibraryInterfaceImpl;
+};
+
+using EngineOfPages = EngineTest<DerivedEngine>;
+
 std::string loadReport(const char *type, const char *extension, unsigned tools)
 {
     return std::string(R"(LOAD_TOOL_LIBRARY {"extension":")") + extension +
@@ -78,6 +89,20 @@ TEST_F(LibrariesOfTheInterface, ALibraryComesWholeInTheOrderOfItsGuids)
                            toolText(3)}));
     EXPECT_THAT(asserts.messages(), IsEmpty());
     EXPECT_THAT(m_reports, ElementsAre(loadReport("local", "json", 3)));
+}
+
+TEST_F(LibrariesOfTheInterface, ALibraryIsThePageOfAllItsTools)
+{
+    const std::string text = LibraryGenerator({QStringLiteral("--count"), QStringLiteral("200")}).text();
+    m_cache->add(libraryUrl, text);
+    const ToolLibraryLocator locator(libraryUrl);
+    const QVariantMap page =
+        JsonConvert::toQVariantMap(m_engine.fetchTools(ToolPageRequest({locator}, "[]", 200, 0, "", ""))->toJson());
+    const QVariantMap library{
+        {QStringLiteral("data"), page[QStringLiteral("data")].toMap()[QString::fromWCharArray(libraryUrl)]},
+        {QStringLiteral("version"), page[QStringLiteral("version")]}};
+    EXPECT_EQ(library[QStringLiteral("data")].toList().size(), 200);
+    EXPECT_EQ(libraryOf(locator), JsonConvert::fromQVariantMap(library));
 }
 
 TEST_F(LibrariesOfTheInterface, AnEmptyLibraryComesAsAnEmptyList)
@@ -266,7 +291,7 @@ TEST_F(WrittenPages, ALibraryThatBrokeMeanwhileIsAFailureAndNotEmpty)
     EXPECT_EQ(failureOf([&] { m_engine.library(ToolLibraryLocator(libraryUrl)); }), "LibraryLoadError: torn");
 }
 
-TEST_F(LibrariesOfTheInterface, AFileThatVanishesBetweenTwoLooksIsAFailure)
+TEST_F(EngineOfPages, AFileThatVanishesBetweenTwoLooksIsAFailure)
 {
     bool there = true;
     const auto library = RapidjsonToolLibrary::fromString(libraryText({toolText(1)}), AbortableImpl());
@@ -275,7 +300,17 @@ TEST_F(LibrariesOfTheInterface, AFileThatVanishesBetweenTwoLooksIsAFailure)
             throw LibraryFormatError("gone", L"translated");
         return library;
     });
-    EXPECT_EQ(failureOfLibrary(ToolLibraryLocator(libraryUrl)), "LibraryLoadError: gone (translated)");
+    EXPECT_EQ(failureOf([&] { m_engine.library(ToolLibraryLocator(libraryUrl)); }),
+              "LibraryLoadError: gone (translated)");
+}
+
+TEST_F(EngineOfPages, ALibraryIsTheSameByWayOfPages)
+{
+    m_cache->add(libraryUrl, libraryText({toolText(3), toolText(1), toolText(2, R"("d":2.5)")}));
+    const auto library = m_engine.library(ToolLibraryLocator(libraryUrl));
+    EXPECT_EQ(library->toJson(),
+              libraryText({toolText(1), R"({"d":2.5,"guid":")" + guidOf(2) + R"("})", toolText(3)}));
+    EXPECT_EQ(library->numberOfTools(), 3u);
 }
 
 TEST_F(WrittenPages, ASearchThroughAllLibrariesAsksTheInterfaceForEachOne)

@@ -186,31 +186,3 @@ TEST(ToolSorter, ASortKeyThatIsNoObjectRaises)
     for (const char *state : {"[1]", "[\"x\"]", R"([{"key":{},"order":"asc"}])", R"([{"key":"x","order":[]}])"})
         EXPECT_THROW(ToolSorter::createSortFunction(state), Json::Exception) << state;
 }
-
-TEST(ToolSorter, NamesThatGoOnDifferentlyAreNoConsistentOrder)
-{
-    const struct {
-        std::vector<std::wstring> names;
-        bool isConsistent;
-    } rows[] = {
-        {{}, true},
-        {{L"", L"mill", L"T1 8x1.25", L"T1 8x1.25"}, true},
-        {{L"T", L"T1", L"T12", L"T1a", L"T1ab"}, true},
-        {{L"CNMG090308", L"CNMG090304", L"tool #90308"}, true}, // different places
-        {{L"T01a", L"T1b"}, true},                              // decided before either ends
-        {{L"T2", L"T02b", L"T2a"}, false},
-        {{L"T1", L"T01"}, false},
-        {{L"8.0", L"8 mm"}, false},
-        {{L"8.0 mm", L"8 mm"}, false},
-        {{L"8.0 mm", L"8 in"}, true},
-        {{L"1e2", L"100"}, false},
-        {{L"12345678901234567", L"12345678901234568"}, false}, // one double
-    };
-    for (const auto &row : rows) {
-        std::vector<const std::wstring *> names;
-        for (const std::wstring &name : row.names)
-            names.push_back(&name);
-        EXPECT_EQ(ToolSorter::isConsistent(names), row.isConsistent)
-            << (row.names.empty() ? "" : QString::fromStdWString(row.names[0]).toStdString());
-    }
-}

@@ -1,8 +1,8 @@
-// IndentedJsonFuzz.cpp -- any JSON object, printed as a library file: the bytes are those of the way through a
+// LibraryTextFuzz.cpp -- any JSON object, printed as a library file: the bytes are those of the way through a
 // QVariantMap and a QJsonDocument, with new GUIDs as well.
 #include "ToolLibrary/DocumentToolVariantMapUtil.h"
 #include "ToolLibrary/Interface/Private/JsonManipulation/GuidUtil.h"
-#include "ToolLibrary/Interface/Private/JsonManipulation/IndentedJsonWriter.h"
+#include "ToolLibrary/Interface/Private/JsonManipulation/LibraryTextWriter.h"
 #include "ToolLibrary/Interface/Private/JsonManipulation/RapidJsonConvert.h"
 #include "ToolLibrary/Interface/Private/JsonManipulation/RapidJsonLibraryWriter.h"
 #include "platform/ox/TestMgr.h"
@@ -75,9 +75,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     if (!RapidJsonLibraryWriter(&document).acceptJsonBytes(bytes, Varn::AbortableImpl()) || !document.IsObject())
         return 0;
     const QVariantMap map = RapidJsonConvert::toQVariant(document).toMap();
-    if (textOf([&](const auto &sink) { return IndentedJsonWriter::print(document, sink); }) != longWay(map))
+    if (textOf([&](const auto &sink) { return LibraryTextWriter::print(document, sink); }) != longWay(map))
         std::abort();
-    const auto print = [&](const auto &sink) { return IndentedJsonWriter::printWithNewGuids(document, sink); };
+    const auto print = [&](const auto &sink) { return LibraryTextWriter::printWithNewGuids(document, sink); };
     if (textOf(print) != longWay(withNewGuids(map)))
         std::abort();
     return 0;

@@ -1,4 +1,4 @@
-#include "ToolLibrary/Interface/Private/JsonManipulation/IndentedJsonWriter.h"
+#include "ToolLibrary/Interface/Private/JsonManipulation/LibraryTextWriter.h"
 
 #include "ToolLibrary/DocumentToolVariantMapUtil.h"
 #include "ToolLibrary/Interface/Private/JsonManipulation/GuidUtil.h"
@@ -69,12 +69,30 @@ bool isInOrder(const Value &object)
 class Printer
 {
 public:
-    explicit Printer(const IndentedJsonWriter::Sink &sink) : m_output(sink) {}
+    Printer(const LibraryTextWriter::Sink &sink, JsonOutput::Form form) : m_output(sink, form) {}
 
-    bool finish()
+    bool finish() { return m_output.flush(); }
+    bool finishFile()
     {
         m_output.put('\n');
-        return m_output.flush();
+        return finish();
+    }
+
+    void printLibrary(const Value &tools, const std::vector<std::uint32_t> &order, int version)
+    {
+        m_output.put('{');
+        m_output.putMember("data", true, 1);
+        m_output.put('[');
+        for (std::size_t i = 0; i < order.size() && m_output.isGood(); ++i) {
+            m_output.putElement(i == 0, 2);
+            printValue(tools[order[i]], 2);
+        }
+        m_output.putLine(1);
+        m_output.put(']');
+        m_output.putMember("version", false, 1);
+        m_output.putNumber(version);
+        m_output.putLine(0);
+        m_output.put('}');
     }
 
     void printObject(const Value &object, std::size_t depth)
@@ -197,7 +215,7 @@ private:
     {
         beginElement(first, depth);
         m_output.putUtf8(name);
-        m_output.put(": ");
+        m_output.putColon();
     }
 
     void printSorted(const Value &object, std::size_t depth) { printMembers(Members(*this, object), depth); }
@@ -268,19 +286,28 @@ private:
 
 } // namespace
 
-bool IndentedJsonWriter::print(const rapidjson::Value &object, const Sink &sink)
+bool LibraryTextWriter::print(const rapidjson::Value &object, const Sink &sink)
 {
     VARN_EXPECTS(object.IsObject());
-    Printer printer(sink);
+    Printer printer(sink, JsonOutput::Form::Indented);
     printer.printObject(object, 0);
-    return printer.finish();
+    return printer.finishFile();
 }
 
-bool IndentedJsonWriter::printWithNewGuids(const rapidjson::Value &library, const Sink &sink)
+bool LibraryTextWriter::printWithNewGuids(const rapidjson::Value &library, const Sink &sink)
 {
     VARN_EXPECTS(library.IsObject());
-    Printer printer(sink);
+    Printer printer(sink, JsonOutput::Form::Indented);
     printer.printLibraryWithNewGuids(library);
+    return printer.finishFile();
+}
+
+bool LibraryTextWriter::printCompact(const rapidjson::Value &tools, const std::vector<std::uint32_t> &order,
+                                     int version, const Sink &sink)
+{
+    VARN_EXPECTS(tools.IsArray());
+    Printer printer(sink, JsonOutput::Form::Compact);
+    printer.printLibrary(tools, order, version);
     return printer.finish();
 }
 

@@ -1,10 +1,16 @@
 // ColumnedSource.h -- the face of a library that keeps columns of its tools, for those who look for pages of them.
 #pragma once
 
-#include "ToolLibrary/Interface/Private/PageColumns.h"
+#include "ToolLibrary/Interface/Private/Columns/PageColumns.h"
 
 #include <memory>
 #include <mutex>
+
+namespace Varn {
+namespace ToolLibraries {
+class Tool;
+}
+} // namespace Varn
 
 namespace Varn::ToolLibraries {
 
@@ -17,7 +23,7 @@ public:
     class Use
     {
     public:
-        Use(std::mutex &mutex, PageColumns &columns) : m_lock(mutex), m_columns(columns) {}
+        Use(std::unique_lock<std::mutex> lock, PageColumns &columns) : m_lock(std::move(lock)), m_columns(columns) {}
         PageColumns &operator*() const { return m_columns; }
         PageColumns *operator->() const { return &m_columns; }
 
@@ -27,16 +33,17 @@ public:
     };
     Use useColumns() const;
 
-    /// The tool of a row, which leans on the library. REQUIRES: a row of the columns.
-    virtual std::unique_ptr<const Tool> toolOfRow(PageColumns::Row row) const = 0;
+    /// The tool of a row, which leans on the library. REQUIRES: a row of the library. Several threads at once.
+    virtual std::unique_ptr<const Tool> toolOfRow(ToolRow row) const = 0;
+    virtual ToolRow numberOfRows() const = 0;
 
 protected:
-    /// Before a write: what is kept holds no longer. Nobody uses the columns meanwhile.
-    void dropColumns() { m_columns.reset(); }
+    // Of a write; nobody uses the columns meanwhile.
+    void noteUpdated(ToolRow row);
+    void noteRemoved(ToolRow row);
+    void dropColumns(); ///< for one that leaves no tool where it was
 
 private:
-    virtual const ToolSource &source() const = 0;
-
     mutable std::mutex m_mutex;
     mutable std::unique_ptr<PageColumns> m_columns; // made by the first use; guarded by m_mutex
 };

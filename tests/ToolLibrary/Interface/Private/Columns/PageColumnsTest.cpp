@@ -1,5 +1,5 @@
 // PageColumnsTest.cpp -- a page comes out the same with what a library keeps and without it.
-#include "ToolLibrary/Interface/Private/PageColumns.h"
+#include "ToolLibrary/Interface/Private/Columns/PageColumns.h"
 #include "support/Failure.h"
 #include "support/LibraryFile.h"
 #include "support/LibraryGenerator.h"
@@ -150,6 +150,86 @@ TEST(PageColumns, AWriteIsSeenAtOnce)
     check();
 }
 
+namespace {
+
+/// Texts that random tools are made of.
+struct Vocabulary {
+    const char *title;
+    std::vector<std::string> descriptions;
+    std::vector<std::string> vendors; ///< JSON values
+};
+const Vocabulary vocabularies[] = {
+    {"consistent names",
+     {"mill", "mill a", "drill", "T1", "T2", "T10", "T10a", "∅8 mm"},
+     {R"("A")", R"("Bb")", R"("")"}},
+    {"names that write numbers in two ways", {"T1", "T01", "T01a", "T2", "T02b", "T2a"}, {R"("A")", R"("B")"}},
+    {"vendors of two kinds now and then", {"x", "y 1/2 in"}, {R"("A")", R"("B")", R"("C")", R"("D")", R"("E")", "3"}},
+};
+
+std::string randomTool(unsigned number, const Vocabulary &words, std::mt19937 &random)
+{
+    const auto one = [&random](const auto &of) -> const std::string & { return of[random() % of.size()]; };
+    std::string members = R"("type":")" + std::string(random() % 2 ? "drill" : "ball end mill") + R"(","unit":")" +
+                          (random() % 3 ? "millimeters" : "inches") + R"(","description":")" + one(words.descriptions) +
+                          "\"";
+    if (random() % 3)
+        members += R"(,"vendor":)" + one(words.vendors);
+    if (random() % 4)
+        members += R"(,"geometry":{"DC":)" + std::to_string(random() % 20) + (random() % 2 ? ".5" : "") + "}";
+    return toolText(number, members);
+}
+
+/// Creates, changes or removes one of the tools 1 to 60.
+void writeAtRandom(RapidjsonToolLibrary &library, const Vocabulary &words, std::mt19937 &random)
+{
+    const auto number = static_cast<unsigned>(1 + random() % 60);
+    const ToolId id(guidOf(number));
+    const Tool tool(randomTool(number, words, random));
+    if (!library.get(id))
+        ASSERT_TRUE(library.createTool(id, tool));
+    else if (random() % 2)
+        ASSERT_TRUE(library.updateTool(id, tool));
+    else
+        ASSERT_TRUE(library.removeTool(id));
+}
+
+} // namespace
+
+TEST(PageColumns, AnySequenceOfWritesGivesTheSamePages)
+{
+    const std::string onlyA = R"([{"key":"components.indexedProperties.tool_vendor","values":["A","D"]}])";
+    const std::string named = R"x([{"key":"components.info.name","values":["T1","∅2mm (T1)","∅4mm (mill)"]}])x";
+    const auto entry = [](unsigned tool) {
+        return R"({"libraryUrl":"custom://a.json","guid":")" + guidOf(tool) + R"("})";
+    };
+    const std::string these = R"([{"key":"toolIdentifier","values":[)" + entry(7) + "," + entry(30) + "]}]";
+    const std::string choices[] = {"", filters[1], filters[4], onlyA, named, these};
+    for (const Vocabulary &words : vocabularies) {
+        SCOPED_TRACE(words.title);
+        std::mt19937 random(21);
+        const auto library = libraryOf(libraryText({}));
+        for (int round = 0; round < 400; ++round) {
+            for (auto writes = random() % (round % 50 == 49 ? 150 : 4); writes > 0; --writes)
+                writeAtRandom(*library, words, random);
+            const std::string &filter = choices[random() % std::size(choices)];
+            ASSERT_NO_FATAL_FAILURE(expectSamePages(
+                library, request(filter, random() % 2 ? "" : searches[random() % std::size(searches)],
+                                 sorts[random() % std::size(sorts)], 60, static_cast<int>(random() % 3))));
+        }
+    }
+}
+
+TEST(PageColumns, ALibraryThatIsReadAnewAfterManyWritesGivesTheSamePages)
+{
+    const auto library = libraryOf(LibraryGenerator({QStringLiteral("--count"), QStringLiteral("1500")}).text());
+    expectSamePages(library, request(filters[1], "mill", sorts[1]));
+    const std::vector<ToolId> ids = library->getToolIds();
+    for (std::size_t i = 0; i < ids.size(); i += 3)
+        ASSERT_TRUE(library->removeTool(ids[i]));
+    for (const char *sort : sorts)
+        expectSamePages(library, request(filters[1], "mill", sort, 1000));
+}
+
 TEST(PageColumns, NamesFollowTheLanguage)
 {
     const auto library = libraryOf(libraryText({toolText(1, R"("type":"drill")"), toolText(2, R"("type":"probe")")}));
@@ -160,6 +240,17 @@ TEST(PageColumns, NamesFollowTheLanguage)
             expectSamePages(library, request("", "", sort));
         expectSamePages(library, request("", "taster", ""));
     }
+    LocaleRegistry::setCountry("en");
+}
+
+TEST(PageColumns, NamesFollowATranslationThatComesLater)
+{
+    const auto library = libraryOf(libraryText({toolText(1, R"("type":"drill")"), toolText(2, R"("type":"probe")")}));
+    LocaleRegistry::setCountry("xy");
+    expectSamePages(library, request("", "", sorts[1]));
+    LocaleRegistry::addCatalogue("xy", {{"Drill", "Zbohrer"}});
+    expectSamePages(library, request("", "", sorts[1]));
+    expectSamePages(library, request("", "zbohrer", ""));
     LocaleRegistry::setCountry("en");
 }
 

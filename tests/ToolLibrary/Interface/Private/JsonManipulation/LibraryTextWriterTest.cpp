@@ -1,4 +1,4 @@
-#include "ToolLibrary/Interface/Private/JsonManipulation/IndentedJsonWriter.h"
+#include "ToolLibrary/Interface/Private/JsonManipulation/LibraryTextWriter.h"
 #include "ToolLibrary/DocumentToolVariantMapUtil.h"
 #include "ToolLibrary/Interface/Private/JsonManipulation/GuidUtil.h"
 #include "ToolLibrary/Interface/Private/JsonManipulation/RapidJsonConvert.h"
@@ -35,7 +35,7 @@ rapidjson::Document parse(const std::string &text)
 std::string print(const Value &value)
 {
     std::string text;
-    EXPECT_TRUE(IndentedJsonWriter::print(value, [&](std::string_view block) {
+    EXPECT_TRUE(LibraryTextWriter::print(value, [&](std::string_view block) {
         text += block;
         return true;
     }));
@@ -45,7 +45,17 @@ std::string print(const Value &value)
 std::string printWithNewGuids(const Value &value)
 {
     std::string text;
-    EXPECT_TRUE(IndentedJsonWriter::printWithNewGuids(value, [&](std::string_view block) {
+    EXPECT_TRUE(LibraryTextWriter::printWithNewGuids(value, [&](std::string_view block) {
+        text += block;
+        return true;
+    }));
+    return text;
+}
+
+std::string printCompact(const Value &tools, const std::vector<std::uint32_t> &order)
+{
+    std::string text;
+    EXPECT_TRUE(LibraryTextWriter::printCompact(tools, order, 36, [&](std::string_view block) {
         text += block;
         return true;
     }));
@@ -256,7 +266,7 @@ protected:
 
 } // namespace
 
-TEST(IndentedJsonWriter, PrintsTheFormOfLibraryFiles)
+TEST(LibraryTextWriter, PrintsTheFormOfLibraryFiles)
 {
     EXPECT_EQ(print(parse(R"({"version":36,"data":[{"unit":"inches","guid":"1","list":[1,2.5,[],{}],"none":null}]})")),
               R"({
@@ -282,7 +292,7 @@ TEST(IndentedJsonWriter, PrintsTheFormOfLibraryFiles)
     EXPECT_EQ(print(parse(R"({"a":true,"b":false})")), "{\n    \"a\": true,\n    \"b\": false\n}\n");
 }
 
-TEST(IndentedJsonWriter, NumbersPrintAsDoubles)
+TEST(LibraryTextWriter, NumbersPrintAsDoubles)
 {
     const std::pair<const char *, const char *> rows[] = {
         {"0", "0"},
@@ -318,7 +328,7 @@ TEST(IndentedJsonWriter, NumbersPrintAsDoubles)
     }
 }
 
-TEST(IndentedJsonWriter, WhatIsNotFiniteIsNull)
+TEST(LibraryTextWriter, WhatIsNotFiniteIsNull)
 {
     using Limits = std::numeric_limits<double>;
     for (const double number : {Limits::infinity(), -Limits::infinity(), Limits::quiet_NaN()}) {
@@ -329,7 +339,7 @@ TEST(IndentedJsonWriter, WhatIsNotFiniteIsNull)
     }
 }
 
-TEST(IndentedJsonWriter, EveryCharacterOfATextPrintsAsBefore)
+TEST(LibraryTextWriter, EveryCharacterOfATextPrintsAsBefore)
 {
     for (unsigned c = 0; c < 0x11000; ++c) {
         if (c >= 0xD800 && c < 0xE000)
@@ -352,7 +362,7 @@ TEST(IndentedJsonWriter, EveryCharacterOfATextPrintsAsBefore)
         }
 }
 
-TEST(IndentedJsonWriter, NamesAreInTheOrderOfUtf16)
+TEST(LibraryTextWriter, NamesAreInTheOrderOfUtf16)
 {
     const std::string text =
         print(parse("{\"\uFFFD\":1,\"\U0001F6E0\":2,\"\uE000\":3,\"\uD7FF\":4,\"z\":5,\"Z\":6,\"\":7,"
@@ -361,7 +371,7 @@ TEST(IndentedJsonWriter, NamesAreInTheOrderOfUtf16)
                     "    \"\U0001F6E0\": 2,\n    \"\U0001F6E0a\": 9,\n    \"\uE000\": 3,\n    \"\uFFFD\": 1\n}\n");
 }
 
-TEST(IndentedJsonWriter, TheLastOfSeveralMembersCounts)
+TEST(LibraryTextWriter, TheLastOfSeveralMembersCounts)
 {
     EXPECT_EQ(print(parse(R"({"b":1,"a":2,"b":3,"a":{"x":1,"x":2},"b":4})")),
               "{\n    \"a\": {\n        \"x\": 2\n    },\n    \"b\": 4\n}\n");
@@ -369,7 +379,7 @@ TEST(IndentedJsonWriter, TheLastOfSeveralMembersCounts)
     EXPECT_EQ(print(parse(R"({"a\u0000b":1,"a\u0000c":2})")), "{\n    \"a\": 2\n}\n") << "a NUL ends a name";
 }
 
-TEST(IndentedJsonWriter, NamesOfEveryLengthArePrinted)
+TEST(LibraryTextWriter, NamesOfEveryLengthArePrinted)
 {
     rapidjson::Document document(rapidjson::kObjectType);
     auto &allocator = document.GetAllocator();
@@ -390,7 +400,7 @@ TEST(IndentedJsonWriter, NamesOfEveryLengthArePrinted)
             }
 }
 
-TEST(IndentedJsonWriter, RandomDocumentsGiveTheBytesOfTheLongWay)
+TEST(LibraryTextWriter, RandomDocumentsGiveTheBytesOfTheLongWay)
 {
     for (unsigned seed = 1; seed <= 3000; ++seed) {
         const rapidjson::Document document = RandomDocument(seed).make();
@@ -398,7 +408,28 @@ TEST(IndentedJsonWriter, RandomDocumentsGiveTheBytesOfTheLongWay)
     }
 }
 
-TEST(IndentedJsonWriter, AThousandLevelsArePrinted)
+TEST(LibraryTextWriter, RandomToolsGiveTheBytesOfTheLongWayWithoutBlanks)
+{
+    for (unsigned seed = 1; seed <= 1000; ++seed) {
+        rapidjson::Document tools(rapidjson::kArrayType);
+        for (unsigned tool = 0; tool < 3; ++tool) {
+            const rapidjson::Document document = RandomDocument(10 * seed + tool).make();
+            tools.PushBack(Value(document, tools.GetAllocator()), tools.GetAllocator());
+        }
+        QVariantList inOrder;
+        const std::vector<std::uint32_t> order =
+            seed % 2 ? std::vector<std::uint32_t>{2, 0, 1} : std::vector<std::uint32_t>{1};
+        for (const std::uint32_t index : order)
+            inOrder.append(RapidJsonConvert::toQVariant(tools[index]));
+        const QVariantMap library{{QStringLiteral("data"), inOrder}, {QStringLiteral("version"), 36}};
+        ASSERT_EQ(printCompact(tools, order),
+                  QJsonDocument::fromVariant(library).toJson(QJsonDocument::Compact).toStdString())
+            << "seed " << seed;
+    }
+    EXPECT_EQ(printCompact(Value(rapidjson::kArrayType), {}), R"({"data":[],"version":36})");
+}
+
+TEST(LibraryTextWriter, AThousandLevelsArePrinted)
 {
     const std::string deep = "{\"a\":" + std::string(999, '[') + std::string(999, ']') + "}";
     EXPECT_EQ(print(parse(deep)), expected(parse(deep)));
@@ -408,7 +439,7 @@ TEST(IndentedJsonWriter, AThousandLevelsArePrinted)
     EXPECT_EQ(print(parse(objects)), expected(parse(objects)));
 }
 
-TEST(IndentedJsonWriter, TextsLongerThanABlockArriveWhole)
+TEST(LibraryTextWriter, TextsLongerThanABlockArriveWhole)
 {
     rapidjson::Document document(rapidjson::kObjectType);
     auto &allocator = document.GetAllocator();
@@ -420,13 +451,13 @@ TEST(IndentedJsonWriter, TextsLongerThanABlockArriveWhole)
     EXPECT_EQ(print(document), expected(document));
 }
 
-TEST(IndentedJsonWriter, BlocksAreLargeAndNotTheWholeText)
+TEST(LibraryTextWriter, BlocksAreLargeAndNotTheWholeText)
 {
     rapidjson::Document document = parse("{\"a\":[]}");
     for (int i = 0; i < 100000; ++i)
         document["a"].PushBack(i, document.GetAllocator());
     std::vector<std::size_t> blocks;
-    EXPECT_TRUE(IndentedJsonWriter::print(document, [&](std::string_view block) {
+    EXPECT_TRUE(LibraryTextWriter::print(document, [&](std::string_view block) {
         blocks.push_back(block.size());
         return true;
     }));
@@ -435,20 +466,20 @@ TEST(IndentedJsonWriter, BlocksAreLargeAndNotTheWholeText)
     EXPECT_THAT(blocks, testing::Each(testing::AllOf(testing::Ge(60000u), testing::Le(65536u))));
 }
 
-TEST(IndentedJsonWriter, ARefusedBlockEndsIt)
+TEST(LibraryTextWriter, ARefusedBlockEndsIt)
 {
     rapidjson::Document document = parse("{\"a\":[]}");
     for (int i = 0; i < 100000; ++i)
         document["a"].PushBack(i, document.GetAllocator());
     for (const int taken : {0, 1, 3}) {
         int asked = 0;
-        EXPECT_FALSE(IndentedJsonWriter::print(document, [&](std::string_view) { return asked++ < taken; }));
+        EXPECT_FALSE(LibraryTextWriter::print(document, [&](std::string_view) { return asked++ < taken; }));
         EXPECT_EQ(asked, taken + 1) << "nothing more is handed over";
     }
-    EXPECT_FALSE(IndentedJsonWriter::print(parse("{}"), [](std::string_view) { return false; }));
+    EXPECT_FALSE(LibraryTextWriter::print(parse("{}"), [](std::string_view) { return false; }));
 }
 
-TEST(IndentedJsonWriter, OnlyAnObjectIsALibrary)
+TEST(LibraryTextWriter, OnlyAnObjectIsALibrary)
 {
     const TestSupport::Asserts asserts;
     print(parse("{}"));
