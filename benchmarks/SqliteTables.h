@@ -44,25 +44,32 @@ private:
     SqliteDatabase::Statement m_query;
 };
 
-/// Names, search texts and diameters, with an index for each column that orders.
+/// Names, search texts, types and diameters beside the texts of the tools, with an index for each column that orders.
 class PageTable
 {
 public:
     struct Tool {
         std::string name;
         std::string searchText;
+        std::string type;
         double diameter;
+        std::string json;
     };
     explicit PageTable(const std::vector<Tool> &tools);
 
     enum class Order { Name, Diameter };
-    /// The rows of a page; a search text or range that is empty restricts nothing.
-    std::vector<std::int64_t> page(const std::string &searchText, double lower, double upper, Order order, int limit,
-                                   int offset) const;
+    struct Page {
+        std::vector<std::string> tools; ///< their texts
+        std::int64_t matched;
+        std::vector<std::string> types; ///< of all that matched
+    };
+    /// What a page tells; a search text or range that is empty restricts nothing.
+    Page page(const std::string &searchText, double lower, double upper, Order order, int limit, int offset) const;
 
 private:
     SqliteDatabase m_database;
     std::vector<SqliteDatabase::Statement> m_queries; ///< by order, without and with conditions
+    std::vector<SqliteDatabase::Statement> m_counts;  ///< of each type, without and with conditions
 };
 
 } // namespace Bench

@@ -308,8 +308,7 @@ TEST_F(EngineOfPages, ALibraryIsTheSameByWayOfPages)
 {
     m_cache->add(libraryUrl, libraryText({toolText(3), toolText(1), toolText(2, R"("d":2.5)")}));
     const auto library = m_engine.library(ToolLibraryLocator(libraryUrl));
-    EXPECT_EQ(library->toJson(),
-              libraryText({toolText(1), R"({"d":2.5,"guid":")" + guidOf(2) + R"("})", toolText(3)}));
+    EXPECT_EQ(library->toJson(), libraryText({toolText(1), R"({"d":2.5,"guid":")" + guidOf(2) + R"("})", toolText(3)}));
     EXPECT_EQ(library->numberOfTools(), 3u);
 }
 
