@@ -1,6 +1,8 @@
 // Strategy.h -- the sets of parameters that a tool can have. Stateless, any thread.
 #pragma once
 
+#include <array>
+
 namespace Varn {
 
 class Strategy
@@ -16,6 +18,12 @@ public:
         JET = 213,
         DEPOSITING = 214,
     };
+
+    /// All of them, those with the most tools first.
+    static constexpr std::array<Type, 6> getToolStrategies()
+    {
+        return {ROTATING, TURNING, JET, DEPOSITING, SHARED, UNSPECIFIED};
+    }
 };
 
 } // namespace Varn

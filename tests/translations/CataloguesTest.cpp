@@ -165,6 +165,7 @@ TEST(Catalogues, TheTablesOfTextsAreKnown)
 {
     EXPECT_THAT(registrationsInSources().others,
                 UnorderedElementsAre("ToolLibrary/IO/LibraryDisplayNames.cpp: name",
+                                     "platform/core/ParameterDefinitionsReader.cpp: text",
                                      "platform/core/ToolSpecification.cpp: row.title"));
 }
 

@@ -1,4 +1,4 @@
-#include "platform/core/ParameterKinds.h"
+#include "platform/core/ParameterDefinitions.h"
 
 #include "platform/tool/ToolParameterJSONKeyPaths.h"
 
@@ -14,7 +14,7 @@
 
 using testing::ElementsAre;
 using testing::HasSubstr;
-using Varn::ParameterKinds;
+using Varn::ParameterDefinitions;
 using Varn::ParameterTable;
 using Varn::Strategy;
 
@@ -23,7 +23,7 @@ namespace {
 std::string failureOf(const std::string &json)
 {
     try {
-        const ParameterKinds kinds(json);
+        const ParameterDefinitions kinds(json);
         return "none";
     } catch (const std::runtime_error &error) {
         return error.what();
@@ -34,17 +34,18 @@ constexpr std::array strategies = {97, 198, 207, 212, 213, 214};
 
 } // namespace
 
-TEST(ParameterKinds, TheLibraryCarriesItsDefinitions)
+TEST(ParameterDefinitions, TheLibraryCarriesItsDefinitions)
 {
-    EXPECT_EQ(ParameterKinds::get().size(), 169u);
+    EXPECT_EQ(ParameterDefinitions::get().size(), 169u);
 }
 
-TEST(ParameterKinds, TheCoarselyRoundedParametersAreSpeeds)
+TEST(ParameterDefinitions, TheCoarselyRoundedParametersAreSpeeds)
 {
     std::map<int, std::set<std::string_view>> namesByKind;
     for (const auto &[key, paths] : Varn::ToolLibraries::ToolParameterJSONKeyPaths::get()) {
         for (const int strategy : strategies)
-            namesByKind[ParameterKinds::get().find(std::wstring(key.begin(), key.end()), Strategy::Type(strategy))]
+            namesByKind[ParameterDefinitions::get().findKind(std::wstring(key.begin(), key.end()),
+                                                             Strategy::Type(strategy))]
                 .insert(key);
     }
     EXPECT_THAT(namesByKind[ParameterTable::KIND_VELOCITY],
@@ -57,9 +58,9 @@ TEST(ParameterKinds, TheCoarselyRoundedParametersAreSpeeds)
     EXPECT_EQ(namesByKind.size(), 15u) << "each of the fifteen quantities has a parameter";
 }
 
-TEST(ParameterKinds, ReadsParametersWithTheirStrategies)
+TEST(ParameterDefinitions, ReadsParametersWithTheirStrategies)
 {
-    const ParameterKinds kinds(R"({
+    const ParameterDefinitions kinds(R"({
         "parameters": [{"id": "feed", "kind": 6, "strategies": [198, 212]},
                        {"id": "name", "kind": 0, "strategies": [207]},
                        {"id": "wide \u00fc", "kind": 1, "strategies": [207, 213]},
@@ -67,16 +68,16 @@ TEST(ParameterKinds, ReadsParametersWithTheirStrategies)
         "dynamicParameters": [{"pattern": "<n>. size", "kind": 1}],
         "more": {"is": ["ignored"]}})");
     EXPECT_EQ(kinds.size(), 4u);
-    EXPECT_EQ(kinds.find(L"feed", Strategy::TURNING), ParameterTable::KIND_VELOCITY);
-    EXPECT_EQ(kinds.find(L"feed", Strategy::JET), ParameterTable::KIND_NONE);
-    EXPECT_EQ(kinds.find(L"feed", Strategy::SHARED), ParameterTable::KIND_NONE);
-    EXPECT_EQ(kinds.find(L"12. size", Strategy::JET), ParameterTable::KIND_LENGTH);
-    EXPECT_EQ(kinds.find(L"nowhere", Strategy::ROTATING), ParameterTable::KIND_NONE);
+    EXPECT_EQ(kinds.findKind(L"feed", Strategy::TURNING), ParameterTable::KIND_VELOCITY);
+    EXPECT_EQ(kinds.findKind(L"feed", Strategy::JET), ParameterTable::KIND_NONE);
+    EXPECT_EQ(kinds.findKind(L"feed", Strategy::SHARED), ParameterTable::KIND_NONE);
+    EXPECT_EQ(kinds.findKind(L"12. size", Strategy::JET), ParameterTable::KIND_LENGTH);
+    EXPECT_EQ(kinds.findKind(L"nowhere", Strategy::ROTATING), ParameterTable::KIND_NONE);
     for (const int strategy : strategies)
-        EXPECT_EQ(kinds.find(L"wide \u00FC", Strategy::Type(strategy)), ParameterTable::KIND_LENGTH) << strategy;
+        EXPECT_EQ(kinds.findKind(L"wide \u00FC", Strategy::Type(strategy)), ParameterTable::KIND_LENGTH) << strategy;
 }
 
-TEST(ParameterKinds, AFaultyDocumentIsRefusedByName)
+TEST(ParameterDefinitions, AFaultyDocumentIsRefusedByName)
 {
     const auto withRow = [](const std::string &row) {
         return R"({"parameters":[)" + row + R"(],"dynamicParameters":[]})";
@@ -113,7 +114,7 @@ TEST(ParameterKinds, AFaultyDocumentIsRefusedByName)
         EXPECT_THAT(failureOf(json), HasSubstr(message)) << json;
 }
 
-TEST(ParameterKinds, DeepNestingIsRefused)
+TEST(ParameterDefinitions, DeepNestingIsRefused)
 {
     const std::string open(2'000'000, '[');
     EXPECT_THAT(failureOf(open), HasSubstr("deeper than 1000"));

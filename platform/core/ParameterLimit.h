@@ -1,0 +1,20 @@
+// ParameterLimit.h -- the bounds that a constraint sets to a parameter. A value, any thread.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace Varn {
+
+/// A comparison of the parameter, alone on one side, with something on the other: of tool_bodyLength in
+/// "tool_type == 'probe' || tool_bodyLength >= tool_fluteLength".
+struct ParameterLimit {
+    std::wstring comparison; ///< "tool_bodyLength >= tool_fluteLength"
+    std::wstring bound;      ///< "tool_fluteLength"
+
+    /// Those that stand between the && and || of \a constraint, outside of parentheses, in their order.
+    static std::vector<ParameterLimit> of(std::wstring_view parameter, std::wstring_view constraint);
+};
+
+} // namespace Varn

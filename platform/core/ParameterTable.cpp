@@ -1,0 +1,216 @@
+#include "platform/core/ParameterTable.h"
+
+#include "platform/core/ParameterProblems.h"
+#include "platform/core/ParameterValues.h"
+#include "platform/tool/Exception.h"
+#include "platform/utils/Messages.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace Varn {
+
+namespace {
+
+std::shared_ptr<ParameterValues> valuesOf(Strategy::Type strategy, bool metric)
+{
+    return std::make_shared<ParameterValues>(ParameterPrototype::get(strategy, metric));
+}
+
+[[noreturn]] void failUnknown(std::wstring_view name)
+{
+    throw ToolLibraries::InvalidInput("Unknown parameter: " + Messages::fromWideUnicodeToUTF8(name));
+}
+
+} // namespace
+
+bool ParameterTable::ParameterDef::hasFlag(int flag) const
+{
+    return std::find(flags.begin(), flags.end(), flag) != flags.end();
+}
+
+std::wstring ParameterTable::getStringAsExpression(std::wstring_view text)
+{
+    return ParameterExpression::quoted(text);
+}
+
+ParameterTable::ParameterTable() : ParameterTable(Strategy::INVALID) {}
+
+ParameterTable::ParameterTable(Strategy::Type strategy, bool metric) : m_values(valuesOf(strategy, metric)) {}
+
+ParameterTable::ParameterTable(const ParameterTable &other)
+    : SafePointerTarget(other), m_values(std::make_shared<ParameterValues>(*other.m_values))
+{
+}
+
+ParameterTable::ParameterTable(ParameterTable &&other)
+    : m_values(std::exchange(other.m_values, valuesOf(Strategy::INVALID, true)))
+{
+}
+
+ParameterTable &ParameterTable::operator=(const ParameterTable &other)
+{
+    if (this != &other)
+        m_values = std::make_shared<ParameterValues>(*other.m_values);
+    return *this;
+}
+
+ParameterTable &ParameterTable::operator=(ParameterTable &&other)
+{
+    std::swap(m_values, other.m_values);
+    return *this;
+}
+
+ParameterTable::~ParameterTable() = default;
+
+Strategy::Type ParameterTable::getStrategy() const
+{
+    return m_values->prototype().strategy();
+}
+
+bool ParameterTable::isMetric() const
+{
+    return m_values->isMetric();
+}
+
+void ParameterTable::setMetric(bool metric)
+{
+    m_values->setMetric(metric);
+}
+
+void ParameterTable::initializeParser()
+{
+    m_values->forget();
+}
+
+bool ParameterTable::hasParameter(std::wstring_view name) const
+{
+    return m_values->find(name).has_value();
+}
+
+std::shared_ptr<ParameterTable::Parameter> ParameterTable::getParameterNoThrow(std::wstring_view name)
+{
+    const auto slot = m_values->find(name);
+    return slot ? std::make_shared<Parameter>(m_values, *slot) : nullptr;
+}
+
+std::shared_ptr<const ParameterTable::Parameter> ParameterTable::getParameterNoThrow(std::wstring_view name) const
+{
+    const auto slot = m_values->find(name);
+    return slot ? std::make_shared<const Parameter>(m_values, *slot) : nullptr;
+}
+
+std::shared_ptr<ParameterTable::Parameter> ParameterTable::getParameter(std::wstring_view name)
+{
+    auto parameter = getParameterNoThrow(name);
+    return parameter ? parameter : (failUnknown(name), nullptr);
+}
+
+std::shared_ptr<const ParameterTable::Parameter> ParameterTable::getParameter(std::wstring_view name) const
+{
+    auto parameter = getParameterNoThrow(name);
+    return parameter ? parameter : (failUnknown(name), nullptr);
+}
+
+std::vector<std::shared_ptr<ParameterTable::Parameter>> ParameterTable::getParameters()
+{
+    std::vector<std::shared_ptr<Parameter>> parameters;
+    for (std::size_t slot = 0; slot < m_values->size(); ++slot)
+        if (m_values->isThere(slot))
+            parameters.push_back(std::make_shared<Parameter>(m_values, slot));
+    return parameters;
+}
+
+bool ParameterTable::getBoolean(std::wstring_view name) const
+{
+    return getParameter(name)->getAsBoolean();
+}
+
+int ParameterTable::getInt(std::wstring_view name) const
+{
+    return getParameter(name)->getAsInt();
+}
+
+double ParameterTable::getDouble(std::wstring_view name, Units::Unit unit) const
+{
+    return getParameter(name)->getAsDouble(unit);
+}
+
+std::wstring ParameterTable::getWideMessage(std::wstring_view name) const
+{
+    return getParameter(name)->getAsWideMessage();
+}
+
+namespace {
+
+ParameterTable::Parameter parameterToSet(const std::shared_ptr<ParameterValues> &values, std::wstring_view name)
+{
+    const auto slot = values->findOrAdd(name);
+    if (!slot)
+        failUnknown(name);
+    return {values, *slot};
+}
+
+} // namespace
+
+void ParameterTable::setParameter(std::wstring_view name, bool value)
+{
+    parameterToSet(m_values, name).set(value);
+}
+
+void ParameterTable::setParameter(std::wstring_view name, int value)
+{
+    parameterToSet(m_values, name).set(value);
+}
+
+void ParameterTable::setParameter(std::wstring_view name, double value, Units::Unit unit)
+{
+    parameterToSet(m_values, name).set(value, unit);
+}
+
+void ParameterTable::setParameter(std::wstring_view name, std::wstring_view text)
+{
+    parameterToSet(m_values, name).set(text);
+}
+
+void ParameterTable::setParameter(std::wstring_view name, const wchar_t *text)
+{
+    setParameter(name, std::wstring_view(text));
+}
+
+void ParameterTable::setParameter(std::wstring_view name, const std::wstring &text)
+{
+    setParameter(name, std::wstring_view(text));
+}
+
+void ParameterTable::setParameterExpression(std::wstring_view name, std::wstring_view expression, Units::Unit unit)
+{
+    parameterToSet(m_values, name).setExpression(expression, unit, true);
+}
+
+std::vector<std::shared_ptr<ParameterTable::Parameter>> ParameterTable::getParametersWithErrors()
+{
+    ParameterProblems problems(*m_values);
+    std::vector<std::shared_ptr<Parameter>> parameters;
+    for (std::size_t slot = 0; slot < m_values->size(); ++slot)
+        if (m_values->isThere(slot) && problems.hasErrors(slot))
+            parameters.push_back(std::make_shared<Parameter>(m_values, slot));
+    return parameters;
+}
+
+std::vector<std::shared_ptr<ParameterTable::Parameter>> ParameterTable::getParametersWithWarnings()
+{
+    ParameterProblems problems(*m_values);
+    std::vector<std::shared_ptr<Parameter>> parameters;
+    for (std::size_t slot = 0; slot < m_values->size(); ++slot)
+        if (m_values->isThere(slot) && problems.hasWarnings(slot))
+            parameters.push_back(std::make_shared<Parameter>(m_values, slot));
+    return parameters;
+}
+
+ExpressionResult ParameterTable::evaluate(const ParameterExpression &expression) const
+{
+    return m_values->evaluate(expression).result;
+}
+
+} // namespace Varn
