@@ -172,6 +172,7 @@ public:
     ExpressionResult evaluate(const ParameterExpression &expression) const;
 
 private:
+    friend class LinkedParameter;
     friend class VarnParameters;
 
     std::shared_ptr<ParameterValues> m_values; ///< never null
