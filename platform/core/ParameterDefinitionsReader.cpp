@@ -144,8 +144,10 @@ std::optional<std::vector<ParameterTable::Constraint>> constraintsOf(const rapid
     if (!memberOf(row, name))
         return std::nullopt;
     std::vector<ParameterTable::Constraint> constraints;
-    for (const rapidjson::Value &constraint : listOf(row, name).GetArray())
-        constraints.push_back({wideTextOf(constraint, "expression"), *messageOf(constraint, "message")});
+    for (const rapidjson::Value &constraint : listOf(row, name).GetArray()) {
+        const std::string text = textOf(constraint, "message");
+        constraints.push_back({wideTextOf(constraint, "expression"), LocaleRegistry::registerMessage(text)});
+    }
     return constraints;
 }
 

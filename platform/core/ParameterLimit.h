@@ -1,6 +1,8 @@
 // ParameterLimit.h -- the bounds that a constraint sets to a parameter. A value, any thread.
 #pragma once
 
+#include "platform/VarnPlatformExport.h"
+
 #include <string>
 #include <string_view>
 #include <vector>
@@ -9,7 +11,7 @@ namespace Varn {
 
 /// A comparison of the parameter, alone on one side, with something on the other: of tool_bodyLength in
 /// "tool_type == 'probe' || tool_bodyLength >= tool_fluteLength".
-struct ParameterLimit {
+struct VARN_PLATFORM_EXPORT ParameterLimit {
     std::wstring comparison; ///< "tool_bodyLength >= tool_fluteLength"
     std::wstring bound;      ///< "tool_fluteLength"
 

@@ -51,7 +51,8 @@ std::wstring numberText(double number)
 std::wstring withUnit(double number, Units::Unit unit)
 {
     const std::wstring symbol = Messages::fromUTF8ToWideUnicode(Units::getSymbol(unit));
-    return symbol.empty() ? numberText(number) : numberText(number) + L' ' + symbol;
+    const bool isSpaced = !symbol.empty() && unit != Units::UNIT_DEGREES; // 12.5 mm, but 45\u00B0 (ISO 80000-1)
+    return numberText(number) + (isSpaced ? L" " : L"") + symbol;
 }
 
 } // namespace

@@ -104,6 +104,18 @@ TEST(ParameterDefinitions, AFaultyDocumentIsRefusedByName)
         {withRow(R"({"id":"a","kind":6,"strategies":[199]})"), "a: unknown strategy"},
         {withRow(R"({"id":"a","kind":6,"strategies":["198"]})"), "a: unknown strategy"},
         {withRow(R"({"id":"a","kind":6,"strategies":[]},{"id":"a","kind":6,"strategies":[]})"), "a: defined twice"},
+        {withRow(R"({"id":"a","kind":6,"strategies":[],"valueType":2})"), "a: unknown value type 2"},
+        {withRow(R"({"id":"a","kind":6,"strategies":[],"flags":["38"]})"), "a: a flag is no number"},
+        {withRow(R"({"id":"a","kind":6,"strategies":[],"overrides":[7]})"), "a row is not an object"},
+        {withRow(R"({"id":"a","kind":6,"strategies":[],"errors":[{"expression":"1"}]})"), "\"message\""},
+        {withRow(R"({"id":"a","kind":6,"strategies":[],"defaultExp":"1"})"), "a row is not an object"},
+        {withRow(R"({"id":"a","kind":6,"strategies":[],"title":7})"), "a row without \"title\""},
+        {withRow(R"({"id":"a","kind":6,"strategies":[],"number":1},{"id":"b","kind":6,"strategies":[],"number":1})"),
+         "b: its number is taken"},
+        {R"({"parameters":[],"dynamicParameters":[],"links":[{"set":"a"}]})", "a row without \"updates\""},
+        {R"({"parameters":[],"dynamicParameters":[],"kinds":[{"name":"a","kind":1,"unitMetric":99}]})",
+         "a: unknown unit"},
+        {R"({"parameters":[],"dynamicParameters":[],"enumerations":[{"enumeration":"a"}]})", "a row without \"key\""},
         {withPattern(R"({"pattern":"n","kind":1})"), "n: no <n>"},
         {withPattern(R"({"pattern":"<n>"})"), "<n>: no kind"},
         {withPattern("[]"), "a row is not an object"},
@@ -119,4 +131,25 @@ TEST(ParameterDefinitions, DeepNestingIsRefused)
     const std::string open(2'000'000, '[');
     EXPECT_THAT(failureOf(open), HasSubstr("deeper than 1000"));
     EXPECT_THAT(failureOf(R"({"parameters":)" + open), HasSubstr("deeper than 1000"));
+}
+
+TEST(ParameterDefinitions, AnOverrideReplacesWhatItNames)
+{
+    const ParameterDefinitions definitions(R"({
+        "parameters": [{"id": "a", "number": 1, "kind": 1, "strategies": [207], "defaultExp": {"metric": "1", "inch": "2"},
+                        "enableExp": "b", "errors": [{"expression": "a > 0", "message": "Too small."}],
+                        "overrides": [{"strategy": 212, "defaultExp": {"metric": "3", "inch": "4"}, "errors": []}]}],
+        "dynamicParameters": []})");
+    const auto plain = definitions.definitionsOf(Strategy::JET, true);
+    ASSERT_EQ(plain.size(), 1u);
+    EXPECT_EQ(plain[0].defaultExpression, L"1");
+    EXPECT_EQ(plain[0].errors.size(), 1u);
+    EXPECT_EQ(definitions.definitionsOf(Strategy::JET, false)[0].defaultExpression, L"2");
+    const auto turning = definitions.definitionsOf(Strategy::TURNING, false);
+    EXPECT_EQ(turning[0].defaultExpression, L"4");
+    EXPECT_EQ(turning[0].enableExpression, L"b");
+    EXPECT_TRUE(turning[0].errors.empty());
+    EXPECT_TRUE(definitions.definitionsOf(Strategy::INVALID, true).empty());
+    EXPECT_EQ(definitions.findByNumber(1)->id, L"a");
+    EXPECT_EQ(definitions.findByName(L"b"), nullptr);
 }

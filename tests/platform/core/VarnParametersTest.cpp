@@ -2,12 +2,19 @@
 
 #include "platform/core/ToolSpecification.h"
 
-#include <gtest/gtest.h>
+#include "platform/tool/Exception.h"
 
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <set>
 #include <string>
 #include <thread>
 #include <vector>
 
+using testing::Contains;
+using testing::IsEmpty;
+using testing::Not;
 using Varn::ParameterTable;
 using Varn::Strategy;
 using Varn::VarnParameters;
@@ -109,4 +116,134 @@ TEST(VarnParameters, ManyThreadsMayAskAtOnce)
                 [&kind] { kind = VarnParameters::getParameterKind(L"tool_spindleSpeed", Strategy::ROTATING); });
     }
     EXPECT_EQ(kinds, std::vector(8, 7));
+}
+
+TEST(VarnParameters, ATableIsFilledWithTheParametersOfItsStrategy)
+{
+    ParameterTable table;
+    table.setMetric(false);
+    VarnParameters::initToolParameters(table, Strategy::ROTATING);
+    EXPECT_FALSE(table.isMetric()) << "the flag stays";
+    EXPECT_TRUE(table.hasParameter(L"tool_diameter"));
+    EXPECT_TRUE(table.hasParameter(L"tool_description")) << "what all tools share";
+    EXPECT_FALSE(table.hasParameter(L"tool_kerfWidth"));
+    table.setParameter(L"tool_diameter", 1.0, Varn::Units::UNIT_INCHES);
+    VarnParameters::initOperationParameters(table, Strategy::TURNING, true);
+    EXPECT_TRUE(table.isMetric());
+    EXPECT_EQ(table.getWideMessage(L"tool_type"), L"turning general");
+    EXPECT_TRUE(table.getParameter(L"tool_diameter")->isDefault()) << "all are at their defaults";
+    VarnParameters::initToolParameters(table, Strategy::INVALID);
+    EXPECT_FALSE(table.hasParameter(L"tool_type"));
+}
+
+TEST(VarnParameters, EveryParameterOfAStrategyIsInItsTable)
+{
+    for (const Strategy::Type strategy : strategies) {
+        const ParameterTable table(strategy);
+        const std::vector<int> numbers = VarnParameters::getParametersWithFlag(38, strategy);
+        EXPECT_GE(numbers.size(), 15u);
+        EXPECT_TRUE(std::is_sorted(numbers.begin(), numbers.end()));
+        for (const int number : numbers)
+            EXPECT_TRUE(table.hasParameter(VarnParameters::getParamName(number)));
+    }
+    EXPECT_EQ(VarnParameters::getParametersWithFlag(38, Strategy::SHARED).size(), 15u);
+    EXPECT_THAT(VarnParameters::getParametersWithFlag(38, Strategy::INVALID), IsEmpty());
+    EXPECT_THAT(VarnParameters::getParametersWithFlag(99, Strategy::ROTATING), IsEmpty());
+}
+
+TEST(VarnParameters, FlagsSelectParameters)
+{
+    const auto isColumn = [](const std::vector<int> &flags) {
+        const auto has = [&](int flag) { return std::find(flags.begin(), flags.end(), flag) != flags.end(); };
+        return has(38) && !has(1) && !has(2) && !has(12);
+    };
+    std::set<std::wstring> names;
+    for (const int number : VarnParameters::getParametersWithFlag(isColumn, Strategy::ROTATING))
+        names.insert(VarnParameters::getParamName(number));
+    EXPECT_THAT(names, Contains(L"tool_diameter"));
+    EXPECT_THAT(names, Not(Contains(L"holder_attached"))) << "state that follows the attachments";
+    EXPECT_EQ(VarnParameters::getParametersWithFlag(1, Strategy::TURNING).size(), 1u);
+}
+
+TEST(VarnParameters, ADefinitionIsThatOfItsStrategyAndUnits)
+{
+    const int diameter = 16;
+    const auto &rotating = VarnParameters::getDefinition(diameter, Strategy::ROTATING, true);
+    const auto &turning = VarnParameters::getDefinition(diameter, Strategy::TURNING, true);
+    EXPECT_EQ(rotating.id, L"tool_diameter");
+    EXPECT_EQ(rotating.fullTitle.asString(), "Cutting diameter");
+    EXPECT_EQ(turning.fullTitle.asString(), "Insert diameter");
+    EXPECT_EQ(turning.title.asString(), "Diameter") << "what is not overridden stays";
+    EXPECT_EQ(turning.enableExpression, L"");
+    EXPECT_EQ(turning.errors.size(), 1u);
+    EXPECT_THAT(turning.warnings, IsEmpty());
+    EXPECT_NE(rotating.defaultExpression,
+              VarnParameters::getDefinition(diameter, Strategy::ROTATING, false).defaultExpression);
+    EXPECT_EQ(&rotating, &VarnParameters::getDefinition(diameter, Strategy::ROTATING, true)) << "one for the process";
+    EXPECT_EQ(VarnParameters::getTitle(diameter, Strategy::TURNING).asString(), "Diameter");
+    EXPECT_EQ(VarnParameters::getParameterTypeName(diameter), L"LengthParameter");
+    EXPECT_TRUE(rotating.hasFlag(38));
+    EXPECT_FALSE(rotating.hasFlag(1));
+}
+
+TEST(VarnParameters, ANumberThatTheStrategyDoesNotHoldIsRefused)
+{
+    using Varn::ToolLibraries::InvalidInput;
+    for (const int number : {-1, 0, 170, 100000}) {
+        EXPECT_THROW(VarnParameters::getDefinition(number, Strategy::ROTATING, true), InvalidInput);
+        EXPECT_THROW(VarnParameters::getParamName(number), InvalidInput);
+        EXPECT_THROW(VarnParameters::getParameterTypeName(number), InvalidInput);
+        EXPECT_THROW(VarnParameters::isFeedSpeedParameter(number), InvalidInput);
+        EXPECT_THROW(VarnParameters::getTitle(number, Strategy::ROTATING), InvalidInput);
+    }
+    EXPECT_THROW(VarnParameters::getDefinition(78, Strategy::ROTATING, true), InvalidInput) << "the kerf width";
+    EXPECT_NO_THROW(VarnParameters::getDefinition(78, Strategy::JET, true));
+    EXPECT_THROW(VarnParameters::getDefinition(1, Strategy::INVALID, true), InvalidInput);
+}
+
+TEST(VarnParameters, EnumerationsHoldTheirValuesInOrder)
+{
+    const auto &coolant = VarnParameters::getDefinition(44, Strategy::ROTATING, true);
+    const auto &values = VarnParameters::getParameterEnum(Strategy::ROTATING, coolant);
+    ASSERT_EQ(values.size(), 2u);
+    EXPECT_EQ(values[0].expression, L"'no'");
+    EXPECT_EQ(values[1].key, L"yes");
+    const auto &type = VarnParameters::getDefinition(1, Strategy::JET, true);
+    EXPECT_EQ(VarnParameters::getParameterEnum(type).size(), 49u);
+    const auto &jets = VarnParameters::getParameterEnum(Strategy::JET, type);
+    ASSERT_EQ(jets.size(), 3u);
+    EXPECT_EQ(jets[0].key, L"waterjet");
+    EXPECT_EQ(jets[0].value, 29);
+    EXPECT_TRUE(jets[0].isValidFor(Strategy::JET));
+    EXPECT_FALSE(jets[0].isValidFor(Strategy::ROTATING));
+    EXPECT_EQ(jets[0].description.asWideString(), L"Waterjet");
+    EXPECT_THAT(VarnParameters::getParameterEnum(Strategy::SHARED, type), IsEmpty());
+    EXPECT_THAT(VarnParameters::getParameterEnum(VarnParameters::getDefinition(16, Strategy::ROTATING, true)),
+                IsEmpty());
+}
+
+TEST(VarnParameters, FeedsAndSpeedsBelongToPresets)
+{
+    for (const wchar_t *name : {L"tool_spindleSpeed", L"tool_feedCutting", L"use_tool_stepdown", L"tool_coolant"})
+        EXPECT_TRUE(VarnParameters::isFeedSpeedParameter(name)) << name;
+    for (const wchar_t *name : {L"tool_diameter", L"tool_type", L"", L"nonsense", L"segment_1_height"})
+        EXPECT_FALSE(VarnParameters::isFeedSpeedParameter(name)) << name;
+    EXPECT_TRUE(VarnParameters::isFeedSpeedParameter(113));
+    EXPECT_FALSE(VarnParameters::isFeedSpeedParameter(16));
+}
+
+TEST(VarnParameters, ManyThreadsMayFillTablesAtOnce)
+{
+    std::vector<double> diameters(8);
+    {
+        std::vector<std::jthread> threads;
+        for (double &diameter : diameters)
+            threads.emplace_back([&diameter] {
+                for (const Strategy::Type strategy : strategies)
+                    ParameterTable(strategy).getWideMessage(L"tool_type");
+                diameter =
+                    ParameterTable(Strategy::ROTATING, false).getDouble(L"tool_diameter", Varn::Units::UNIT_INCHES);
+            });
+    }
+    EXPECT_EQ(diameters, std::vector(8, 0.5));
 }
