@@ -22,6 +22,27 @@ std::shared_ptr<ParameterValues> valuesOf(Strategy::Type strategy, bool metric)
     throw ToolLibraries::InvalidInput("Unknown parameter: " + Messages::fromWideUnicodeToUTF8(name));
 }
 
+/// A numbered one is made.
+ParameterTable::Parameter parameterToSet(const std::shared_ptr<ParameterValues> &values, std::wstring_view name)
+{
+    const auto slot = values->findOrAdd(name);
+    if (!slot)
+        failUnknown(name);
+    return {values, *slot};
+}
+
+/// Those that are there and for which the predicate holds, in the order of their slots.
+template <typename Parameter, typename Predicate>
+std::vector<std::shared_ptr<Parameter>> parametersThat(const std::shared_ptr<ParameterValues> &values,
+                                                       Predicate predicate)
+{
+    std::vector<std::shared_ptr<Parameter>> parameters;
+    for (std::size_t slot = 0; slot < values->size(); ++slot)
+        if (values->isThere(slot) && predicate(slot))
+            parameters.push_back(std::make_shared<Parameter>(values, slot));
+    return parameters;
+}
+
 } // namespace
 
 bool ParameterTable::ParameterDef::hasFlag(int flag) const
@@ -103,22 +124,27 @@ std::shared_ptr<const ParameterTable::Parameter> ParameterTable::getParameterNoT
 std::shared_ptr<ParameterTable::Parameter> ParameterTable::getParameter(std::wstring_view name)
 {
     auto parameter = getParameterNoThrow(name);
-    return parameter ? parameter : (failUnknown(name), nullptr);
+    if (!parameter)
+        failUnknown(name);
+    return parameter;
 }
 
 std::shared_ptr<const ParameterTable::Parameter> ParameterTable::getParameter(std::wstring_view name) const
 {
     auto parameter = getParameterNoThrow(name);
-    return parameter ? parameter : (failUnknown(name), nullptr);
+    if (!parameter)
+        failUnknown(name);
+    return parameter;
 }
 
 std::vector<std::shared_ptr<ParameterTable::Parameter>> ParameterTable::getParameters()
 {
-    std::vector<std::shared_ptr<Parameter>> parameters;
-    for (std::size_t slot = 0; slot < m_values->size(); ++slot)
-        if (m_values->isThere(slot))
-            parameters.push_back(std::make_shared<Parameter>(m_values, slot));
-    return parameters;
+    return parametersThat<Parameter>(m_values, [](std::size_t) { return true; });
+}
+
+std::vector<std::shared_ptr<const ParameterTable::Parameter>> ParameterTable::getParameters() const
+{
+    return parametersThat<const Parameter>(m_values, [](std::size_t) { return true; });
 }
 
 bool ParameterTable::getBoolean(std::wstring_view name) const
@@ -140,18 +166,6 @@ std::wstring ParameterTable::getWideMessage(std::wstring_view name) const
 {
     return getParameter(name)->getAsWideMessage();
 }
-
-namespace {
-
-ParameterTable::Parameter parameterToSet(const std::shared_ptr<ParameterValues> &values, std::wstring_view name)
-{
-    const auto slot = values->findOrAdd(name);
-    if (!slot)
-        failUnknown(name);
-    return {values, *slot};
-}
-
-} // namespace
 
 void ParameterTable::setParameter(std::wstring_view name, bool value)
 {
@@ -191,21 +205,25 @@ void ParameterTable::setParameterExpression(std::wstring_view name, std::wstring
 std::vector<std::shared_ptr<ParameterTable::Parameter>> ParameterTable::getParametersWithErrors()
 {
     ParameterProblems problems(*m_values);
-    std::vector<std::shared_ptr<Parameter>> parameters;
-    for (std::size_t slot = 0; slot < m_values->size(); ++slot)
-        if (m_values->isThere(slot) && problems.hasErrors(slot))
-            parameters.push_back(std::make_shared<Parameter>(m_values, slot));
-    return parameters;
+    return parametersThat<Parameter>(m_values, [&](std::size_t slot) { return problems.hasErrors(slot); });
 }
 
 std::vector<std::shared_ptr<ParameterTable::Parameter>> ParameterTable::getParametersWithWarnings()
 {
     ParameterProblems problems(*m_values);
-    std::vector<std::shared_ptr<Parameter>> parameters;
-    for (std::size_t slot = 0; slot < m_values->size(); ++slot)
-        if (m_values->isThere(slot) && problems.hasWarnings(slot))
-            parameters.push_back(std::make_shared<Parameter>(m_values, slot));
-    return parameters;
+    return parametersThat<Parameter>(m_values, [&](std::size_t slot) { return problems.hasWarnings(slot); });
+}
+
+std::vector<std::shared_ptr<const ParameterTable::Parameter>> ParameterTable::getParametersWithErrors() const
+{
+    ParameterProblems problems(*m_values);
+    return parametersThat<const Parameter>(m_values, [&](std::size_t slot) { return problems.hasErrors(slot); });
+}
+
+std::vector<std::shared_ptr<const ParameterTable::Parameter>> ParameterTable::getParametersWithWarnings() const
+{
+    ParameterProblems problems(*m_values);
+    return parametersThat<const Parameter>(m_values, [&](std::size_t slot) { return problems.hasWarnings(slot); });
 }
 
 ExpressionResult ParameterTable::evaluate(const ParameterExpression &expression) const

@@ -141,6 +141,7 @@ public:
 
     /// All of them in the order of their numbers, then the numbered ones in the order in which they came.
     std::vector<std::shared_ptr<Parameter>> getParameters();
+    std::vector<std::shared_ptr<const Parameter>> getParameters() const;
 
     // Reading by name, as the operations of Parameter do. Each raises for an unknown name.
     bool getBoolean(std::wstring_view name) const;
@@ -166,6 +167,8 @@ public:
     /// parameter that has no value is not counted: the fault is told there.
     std::vector<std::shared_ptr<Parameter>> getParametersWithErrors();
     std::vector<std::shared_ptr<Parameter>> getParametersWithWarnings();
+    std::vector<std::shared_ptr<const Parameter>> getParametersWithErrors() const;
+    std::vector<std::shared_ptr<const Parameter>> getParametersWithWarnings() const;
 
     /// The value of an expression over the parameters, numbers in the default units of the table. A text in it lives
     /// until the table changes.
@@ -184,7 +187,7 @@ class VARN_PLATFORM_EXPORT ParameterTable::Parameter
 public:
     Parameter(std::shared_ptr<ParameterValues> values, std::size_t slot);
 
-    const std::wstring &getName() const;
+    std::wstring getName() const;
     const ParameterDef &getDefinition() const; ///< for a numbered parameter that of its pattern, with an empty id
     Type getType() const { return getDefinition().type; }
     Kind getKind() const { return getDefinition().kind; }

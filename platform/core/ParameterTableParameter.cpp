@@ -24,7 +24,7 @@ ParameterTable::Parameter::Parameter(std::shared_ptr<ParameterValues> values, st
 {
 }
 
-const std::wstring &ParameterTable::Parameter::getName() const
+std::wstring ParameterTable::Parameter::getName() const
 {
     return m_values->name(m_slot);
 }

@@ -5,6 +5,8 @@
 #include "platform/core/ParameterValues.h"
 #include "platform/tool/Exception.h"
 
+#include <algorithm>
+
 namespace Varn {
 
 namespace {
@@ -17,7 +19,9 @@ namespace {
 const ParameterTable::ParameterDef &definitionOf(int number)
 {
     const ParameterTable::ParameterDef *const definition = ParameterDefinitions::get().findByNumber(number);
-    return definition ? *definition : (failUnknown(number), *definition);
+    if (!definition)
+        failUnknown(number);
+    return *definition;
 }
 
 } // namespace
@@ -85,11 +89,10 @@ bool VarnParameters::isFeedSpeedParameter(std::wstring_view name)
 
 std::vector<int> VarnParameters::getParametersWithFlag(int flag, Strategy::Type strategy)
 {
-    std::vector<int> numbers;
-    for (const ParameterPrototype::Row &row : ParameterPrototype::get(strategy, true)->rows())
-        if (row.definition.hasFlag(flag))
-            numbers.push_back(row.definition.number);
-    return numbers;
+    const auto bears = [flag](const std::vector<int> &flags) {
+        return std::find(flags.begin(), flags.end(), flag) != flags.end();
+    };
+    return getParametersWithFlag(bears, strategy);
 }
 
 std::vector<int>

@@ -1,5 +1,7 @@
 #include "platform/core/ParameterTable.h"
 
+#include "platform/core/FeatureFlag.h"
+#include "platform/core/ParameterExpression.h"
 #include "platform/core/VarnParameters.h"
 #include "platform/tool/Exception.h"
 
@@ -493,4 +495,27 @@ TEST(ParameterTable, DefaultUnitsOfTheKinds)
     EXPECT_EQ(Parameter::getDefaultKindUnit(ParameterTable::KIND_ANGLE, false), Units::UNIT_DEGREES);
     EXPECT_EQ(Parameter::getDefaultKindUnit(ParameterTable::KIND_NONE, true), none);
     EXPECT_EQ(Parameter::getDefaultKindUnit(ParameterTable::Kind(99), true), none);
+}
+
+TEST(ParameterTable, AFeatureFlagIsAskedAgainWhenTheParserStartsOver)
+{
+    Varn::FeatureFlag::setEnabled("table-test", true);
+    ParameterTable table(Strategy::ROTATING);
+    table.setParameterExpression(L"tool_live", L"Util.featureFlagEnabled('table-test')");
+    EXPECT_TRUE(table.getBoolean(L"tool_live"));
+    Varn::FeatureFlag::setEnabled("table-test", false);
+    EXPECT_TRUE(table.getBoolean(L"tool_live")) << "no parameter has changed";
+    table.initializeParser();
+    EXPECT_FALSE(table.getBoolean(L"tool_live"));
+    Varn::FeatureFlag::reset();
+}
+
+TEST(ParameterTable, AnExpressionOfNobodyIsEvaluatedOverIt)
+{
+    ParameterTable table(Strategy::ROTATING);
+    table.setParameter(L"tool_diameter", 1.0, in);
+    const auto evaluated = [&](const wchar_t *text) { return table.evaluate(*Varn::ParameterExpression::parse(text)); };
+    EXPECT_EQ(evaluated(L"tool_diameter * 2"), Varn::ExpressionValue(50.8));
+    EXPECT_EQ(evaluated(L"tool_type == 'flat end mill'"), Varn::ExpressionValue(true));
+    EXPECT_EQ(evaluated(L"nonsense").error().code, Code::UnknownName);
 }

@@ -247,3 +247,13 @@ TEST(VarnParameters, ManyThreadsMayFillTablesAtOnce)
     }
     EXPECT_EQ(diameters, std::vector(8, 0.5));
 }
+
+// Those are left out of a map when they are 0, so that their defaults count; a default of 0 would make no sense there.
+TEST(VarnParameters, WhatIsWrittenOnlyWhenNotZeroHasAnotherDefault)
+{
+    for (const bool metric : {true, false})
+        for (const wchar_t *name : {L"tool_threadTipWidth", L"tool_threadTipRadius", L"tool_insertWidth",
+                                    L"tool_grooveWidth", L"tool_headLength", L"tool_lengthNonCuttingEdge"})
+            EXPECT_NE(ParameterTable(Strategy::TURNING, metric).getParameter(name)->getSystemDefaultExpression(), L"0")
+                << name;
+}
