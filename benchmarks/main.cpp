@@ -15,6 +15,7 @@ namespace Bench {
 
 void benchLibrary(std::size_t tools);
 void benchPages(std::size_t tools);
+void benchParameters();
 void benchSaving(std::size_t tools);
 void benchStartUp();
 
@@ -31,11 +32,20 @@ constexpr Group groups[] = {
     {"pages", &Bench::benchPages},
     {"saving", &Bench::benchSaving},
 };
-constexpr std::string_view startUp = "start"; // of no size
+struct SizelessGroup {
+    std::string_view name;
+    void (*run)();
+};
+constexpr SizelessGroup sizelessGroups[] = {
+    {"parameters", &Bench::benchParameters},
+    {"start", &Bench::benchStartUp},
+};
 
 bool isGroup(std::string_view name)
 {
-    return name == startUp || std::ranges::count(groups, name, &Group::name) > 0;
+    return std::ranges::count(groups, name, &Group::name) +
+               std::ranges::count(sizelessGroups, name, &SizelessGroup::name) >
+           0;
 }
 
 bool readSize(std::string_view text, std::size_t &size)
@@ -58,7 +68,7 @@ int main(int argc, char **argv)
         } else if (isGroup(argument)) {
             wanted.push_back(argument);
         } else {
-            std::fputs("usage: quillon_bench [library] [pages] [saving] [start] [TOOLS ...]\n", stderr);
+            std::fputs("usage: quillon_bench [library] [pages] [saving] [parameters] [start] [TOOLS ...]\n", stderr);
             return 2;
         }
     }
@@ -70,6 +80,7 @@ int main(int argc, char **argv)
         for (const Group &group : groups)
             if (isWanted(group.name))
                 group.run(tools);
-    if (isWanted(startUp))
-        Bench::benchStartUp();
+    for (const SizelessGroup &group : sizelessGroups)
+        if (isWanted(group.name))
+            group.run();
 }
