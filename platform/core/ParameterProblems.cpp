@@ -178,7 +178,7 @@ std::wstring ParameterProblems::textOf(std::size_t slot)
         return (*boolean ? yes : no).asWideString();
     if (const double *number = std::get_if<double>(&*outcome.value)) {
         const Units::Unit unit = m_values.displayUnit(slot);
-        return withUnit(*number * Units::getUnitConversionFactorNoThrow(outcome.unit, unit), unit);
+        return withUnit(Units::convert(*number, outcome.unit, unit), unit);
     }
     const std::wstring_view text = std::get<std::wstring_view>(*outcome.value);
     for (const ParameterEnum &entry : m_values.prototype().valuesOf(m_values.definition(slot)))

@@ -147,7 +147,7 @@ double ParameterTable::Parameter::getAsDouble(Units::Unit unit) const
         return getValue().getAsDouble();
     if (Units::getQuantity(unit) != Units::getQuantity(outcome.unit) || unit == Units::UNIT_NONE)
         unit = getDisplayUnit();
-    return *number * Units::getUnitConversionFactorNoThrow(outcome.unit, unit);
+    return Units::convert(*number, outcome.unit, unit);
 }
 
 std::wstring ParameterTable::Parameter::getAsWideMessage() const

@@ -110,7 +110,7 @@ private:
         if (!number)
             return *outcome.value;
         const Units::Unit unit = defaultUnit(m_values.definition(slot).kind, m_metric);
-        return unit == outcome.unit ? *number : *number * Units::getUnitConversionFactorNoThrow(outcome.unit, unit);
+        return Units::convert(*number, outcome.unit, unit);
     }
 
     ExpressionResult failed(Code code, std::wstring message)

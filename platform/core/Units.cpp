@@ -140,4 +140,13 @@ double Units::getUnitConversionFactorNoThrow(Unit from, Unit to)
     return areConvertible(source, target) ? factorBetween(source, target) : 1;
 }
 
+double Units::convert(double value, Unit from, Unit to)
+{
+    const UnitRow &source = rowOf(from);
+    const UnitRow &target = rowOf(to);
+    if (from == to || !areConvertible(source, target))
+        return value;
+    return value * (source.numerator * target.denominator) / (source.denominator * target.numerator);
+}
+
 } // namespace Varn

@@ -97,6 +97,10 @@ public:
 
     /// The same; 1 where there is no conversion: between different quantities, and for none and unknown.
     static double getUnitConversionFactorNoThrow(Unit from, Unit to);
+
+    /// The value in another unit of its quantity; as it is where there is no conversion. Nearer than by the factor,
+    /// which is rounded: 25.4 millimeters are 1 inch.
+    static double convert(double value, Unit from, Unit to);
 };
 
 } // namespace Varn

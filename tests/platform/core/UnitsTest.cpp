@@ -89,6 +89,17 @@ TEST(Units, ConversionsWithinAQuantityGoBackAndOverAThird)
             }
 }
 
+TEST(Units, WholeInchesComeOutWhole)
+{
+    for (int inches = 1; inches <= 10'000; ++inches) {
+        const double millimeters = inches * 254 / 10.0;
+        ASSERT_EQ(Units::convert(millimeters, Units::UNIT_MILLIMETERS, Units::UNIT_INCHES), inches);
+        ASSERT_EQ(Units::convert(inches, Units::UNIT_INCHES, Units::UNIT_MILLIMETERS), millimeters);
+    }
+    EXPECT_EQ(Units::convert(0.1, Units::UNIT_MILLIMETERS, Units::UNIT_MILLIMETERS), 0.1);
+    EXPECT_EQ(Units::convert(0.1, Units::UNIT_MILLIMETERS, Units::UNIT_NONE), 0.1);
+}
+
 TEST(Units, NothingLeadsFromOneQuantityToAnother)
 {
     for (int a = first - 1; a <= last + 1; ++a)
