@@ -1,5 +1,6 @@
 #include "ToolLibrary/ToolVariantMapUtil.h"
 
+#include "ToolLibrary/ToolLibraryParameter.h"
 #include "platform/core/ToolSpecification.h"
 
 #include <QDateTime>
@@ -113,7 +114,7 @@ ToolGeometry::HolderType ToolVariantMapUtil::getTurningToolHolderType(const QVar
 
 std::optional<ToolGeometry::Hand> ToolVariantMapUtil::getToolHand(const QVariantMap &tool)
 {
-    const QString hand = tool.value(QStringLiteral("HAND")).toString();
+    const QString hand = tool.value(ToolLibraryParameterKey(ToolLibraryParametersEnum::HAND)).toString();
     if (hand.isEmpty())
         return std::nullopt;
     return ToolGeometry::TurningToolParameterization::getHandFromChar(hand.front().toLatin1());
@@ -121,7 +122,7 @@ std::optional<ToolGeometry::Hand> ToolVariantMapUtil::getToolHand(const QVariant
 
 Units::Unit ToolVariantMapUtil::getToolUnits(const QVariantMap &tool)
 {
-    const auto unit = tool.constFind(QStringLiteral("unit"));
+    const auto unit = tool.constFind(ToolLibraryParameterKey(ToolLibraryParametersEnum::unit));
     if (unit == tool.constEnd())
         return Units::UNIT_UNKNOWN;
     return unit->toString() == QLatin1String("millimeters") ? Units::UNIT_MILLIMETERS : Units::UNIT_INCHES;

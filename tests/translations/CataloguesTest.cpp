@@ -1,6 +1,7 @@
 // CataloguesTest.cpp -- the catalogues of translations against the texts of the sources. A program of its own: what
 // other tests register is no text of ours.
 #include "ToolLibrary/IO/ToolLibraryUrl.h"
+#include "ToolLibrary/ToolLibraryParameter.h"
 #include "platform/core/ParameterTable.h"
 #include "platform/core/ToolSpecification.h"
 #include "platform/utils/LocaleRegistry.h"
@@ -108,6 +109,7 @@ Texts allMessages()
     ToolSpecification::getToolTypeAsLocalizedString(ToolGeometry::TYPE_DRILL);
     ToolSpecification::getInsertTypeTitle(ToolGeometry::INSERT_CUSTOM);
     ToolSpecification::getHolderTypeTitle(ToolGeometry::HOLDER_CUSTOM);
+    Varn::Tools::getToolLibraryParameter(Varn::Tools::ToolLibraryParametersEnum::DC);
     Varn::Tools::ToolLibraryUrl(QStringLiteral("systemlibraryroot://Samples/Probes.json")).localizedSampleLibraryName();
     Varn::ParameterTable::Parameter::getDefaultKindUnit(Varn::ParameterTable::KIND_LENGTH, true);
     const std::vector<std::string> registered = LocaleRegistry::registeredMessages();
@@ -168,6 +170,7 @@ TEST(Catalogues, TheTablesOfTextsAreKnown)
     EXPECT_THAT(registrationsInSources().others,
                 UnorderedElementsAre("ToolLibrary/IO/LibraryDisplayNames.cpp: name",
                                      "platform/core/ParameterDefinitionsReader.cpp: text",
+                                     "ToolLibrary/ToolLibraryParameter.cpp: text, text",
                                      "platform/core/ToolSpecification.cpp: row.title"));
 }
 
@@ -191,12 +194,18 @@ TEST(Catalogues, AreSortedWithOneTextALine)
     }
 }
 
-TEST(Catalogues, NoTranslationIsEmptyOrPadded)
+TEST(Catalogues, NoTranslationIsEmptyOrPaddedOtherwiseThanTheText)
 {
+    const auto padding = [](const std::string &text) {
+        const QString whole = QString::fromStdString(text);
+        const qsizetype at = whole.indexOf(whole.trimmed());
+        return std::pair(at, whole.size() - whole.trimmed().size() - at);
+    };
     for (const char *language : languages)
-        for (const auto &[key, text] : catalogueOf(language))
-            EXPECT_TRUE(!text.empty() && QString::fromStdString(text).trimmed().toStdString() == text)
-                << language << ": " << key;
+        for (const auto &[key, text] : catalogueOf(language)) {
+            EXPECT_FALSE(QString::fromStdString(text).trimmed().isEmpty()) << language << ": " << key;
+            EXPECT_EQ(padding(text), padding(key)) << language << ": " << key;
+        }
 }
 
 TEST(Catalogues, PlaceholdersLettersAndNumbersAgreeWithTheEnglish)
