@@ -314,10 +314,12 @@ void ParameterValues::bring(NodeId id)
         return;
     std::vector<NodeId> waiting{id};
     while (!waiting.empty()) {
-        if (evaluateNode(waiting.back(), 0))
+        if (evaluateNode(waiting.back(), 0)) {
             waiting.pop_back();
-        else
-            waiting.push_back(*std::exchange(m_blocked, std::nullopt));
+        } else {
+            waiting.insert(waiting.end(), m_blocked.rbegin(), m_blocked.rend());
+            m_blocked.clear();
+        }
     }
 }
 
@@ -332,14 +334,14 @@ ParameterValues::Progress ParameterValues::require(NodeId id, unsigned depth)
         break;
     }
     if (depth > maximumDepth) {
-        m_blocked = id;
+        m_blocked = {id};
         return Progress::Blocked;
     }
     return evaluateNode(id, depth) ? Progress::Known : Progress::Blocked;
 }
 
-/// False when m_blocked has to be evaluated first. The outermost node stays running then, so that a way back to it is
-/// seen as a cycle.
+/// False when those of m_blocked have to be evaluated first. A node that waits for them stays running, so that a way
+/// back to it is seen as a cycle.
 bool ParameterValues::evaluateNode(NodeId id, unsigned depth)
 {
     Node &node = nodeAt(id);
@@ -349,7 +351,7 @@ bool ParameterValues::evaluateNode(NodeId id, unsigned depth)
     const bool isValue = id == valueNode(slotOf(id));
     if (!(isValue ? evaluateValue(id, depth, outcome) : evaluateEnabled(id, depth, outcome))) {
         if (depth > 0)
-            node.state = Node::State::Unknown;
+            m_blocked.push_back(id);
         return false;
     }
     node.outcome = std::move(outcome);

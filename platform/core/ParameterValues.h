@@ -7,8 +7,9 @@
 //
 //     tool_diameter  <- reads -  tool_cornerRadius  <- reads -  tool_stepdown      set tool_diameter: both are dropped
 //
-// Evaluation goes into the depth by recursion up to a limit; beyond it what is evaluated is given up, the deeper one
-// comes first, and what was given up starts over. So the stack is bounded, and a chain is walked about twice.
+// Evaluation goes into the depth by recursion up to a limit; beyond it all that is under way is given up and waits in a
+// list, and the deepest comes first. Each of those starts over at the limit's full depth. So the stack is bounded, and
+// a chain is walked about twice.
 #pragma once
 
 #include "platform/core/ExpressionValue.h"
@@ -138,7 +139,7 @@ private:
     std::vector<Slot *> m_slots;          ///< null for one that nobody has touched
     std::deque<Slot> m_touched;           ///< never moved
     std::uint32_t m_stamp = 0;
-    std::optional<NodeId> m_blocked; ///< what has to be evaluated first
+    std::vector<NodeId> m_blocked; ///< what lay too deep, and those that wait for it, the outermost last
 };
 
 } // namespace Varn

@@ -199,3 +199,24 @@ TEST(ParameterTableLimits, ARandomHistoryLeavesNothingBehind)
         }
     }
 }
+
+// A sum that is read at the end of the recursion, each of whose parts lies beyond it, must not start over for each
+// part.
+TEST(ParameterTableLimits, AWideSumAtTheEndOfAChainIsWalkedAFewTimes)
+{
+    constexpr int width = 2 * many;
+    for (int depth = 46; depth <= 50; ++depth) {
+        ParameterTable table(Strategy::ROTATING);
+        std::wstring sum = L"0";
+        for (int n = 1; n <= width; ++n) {
+            const std::wstring part = L"segment_" + std::to_wstring(n) + L"_upper_diameter";
+            table.setParameterExpression(part, L"segment_" + std::to_wstring(n) + L"_lower_diameter + 0");
+            table.setParameterExpression(L"segment_" + std::to_wstring(n) + L"_lower_diameter", L"2 - 1");
+            sum += L'+' + part;
+        }
+        table.setParameterExpression(height(1), sum);
+        for (int n = 2; n <= depth; ++n)
+            table.setParameterExpression(height(n), height(n - 1) + L" + 1");
+        EXPECT_EQ(table.getDouble(height(depth), mm), width + depth - 1);
+    }
+}
