@@ -81,7 +81,7 @@ bool ToolGeometry::isHolderOnly(Type type)
 
 bool ToolGeometry::isToolBlockOnly(Type type)
 {
-    return hasFlag(type, ToolTypeFlag::ToolBlock);
+    return hasFlag(type, ToolTypeFlag::ToolBlockOnly);
 }
 
 bool ToolGeometry::isFormMill(Type type)
@@ -185,23 +185,6 @@ double ToolGeometry::insertDiamondInsertCuttingLengthToICFactor(double degrees)
 bool ToolGeometry::doesSupportHolder(Type type, InsertType insert, HolderType holder)
 {
     return isHolderSupported(type, insert, holder);
-}
-
-std::optional<ToolGeometry::Hand> ToolGeometry::TurningToolParameterization::getHandFromChar(char letter)
-{
-    switch (letter) {
-    case HAND_LEFT:
-    case HAND_NEUTRAL:
-    case HAND_RIGHT:
-        return static_cast<Hand>(letter);
-    default:
-        return std::nullopt;
-    }
-}
-
-char ToolGeometry::TurningToolParameterization::getHandAsChar(Hand hand)
-{
-    return static_cast<char>(hand);
 }
 
 } // namespace Varn

@@ -1,184 +1,141 @@
-// ToolGeometry.h -- the shape of a cutting tool: its type, and for turning tools insert and holder.
+// ToolGeometry.h -- the shape of a cutting tool: what is known of the types, and the sizes of one tool. A value.
 //
 // The operations by type are stateless and may be called on any thread. A value of one of the enumerations that is no
 // enumerator of it (read from a damaged file, say) is taken as the value 0 of that enumeration.
 #pragma once
 
 #include "platform/VarnPlatformExport.h"
+#include "platform/nc/NCUnit.h"
+#include "platform/nc/ToolBlock.h"
+#include "platform/nc/ToolCuttingGeometry.h"
+#include "platform/nc/ToolGeometryTypes.h"
+#include "platform/nc/ToolHolder.h"
+#include "platform/nc/ToolProfile.h"
+#include "platform/nc/ToolSection.h"
+#include "platform/nc/TurningToolParameterization.h"
+#include "platform/utils/Angle.h"
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace Varn {
 
-class VARN_PLATFORM_EXPORT ToolGeometry
+class Tool3DGeometry;
+class Tool3DGeometryBase;
+class ToolPlaceholder3DGeometry;
+
+/// Of a record: lengths in getUnit(), angles in degrees unless they are an Angle.
+class VARN_PLATFORM_EXPORT ToolGeometry : public ToolGeometryTypes
 {
 public:
-    /// The type of a tool. The values are those that documents store; 0 is no type.
-    enum Type : int {
-        TYPE_NONE = 0,
-        TYPE_DRILL = 1,
-        TYPE_CENTER_DRILL = 2,
-        TYPE_SPOT_DRILL = 3,
-        TYPE_MULTI_SPINDLE_DRILL = 4,
-        TYPE_FLAT_END_MILL = 5,
-        TYPE_BALL_END_MILL = 6,
-        TYPE_BULL_NOSE_END_MILL = 7,
-        TYPE_CHAMFER_MILL = 8,
-        TYPE_FACE_MILL = 9,
-        TYPE_SLOT_MILL = 10,
-        TYPE_RADIUS_MILL = 11,
-        TYPE_DOVETAIL_MILL = 12,
-        TYPE_TAPERED_MILL = 13,
-        TYPE_LOLLIPOP_MILL = 14,
-        TYPE_RIGHT_HAND_TAP = 15,
-        TYPE_LEFT_HAND_TAP = 16,
-        TYPE_REAMER = 17,
-        TYPE_BORING_HEAD = 18,
-        TYPE_COUNTERBORE = 19,
-        TYPE_COUNTERSINK = 20,
-        TYPE_HOLDER = 21,
-        TYPE_TURNING_GENERAL = 22,
-        TYPE_TURNING_THREADING = 23,
-        TYPE_TURNING_GROOVING = 24,
-        TYPE_TURNING_BORING = 25,
-        TYPE_PROBE = 26,
-        TYPE_ENGRAVING_TOOL = 27,
-        TYPE_ROUGHING_END_MILL = 28,
-        TYPE_WATERJET = 29,
-        TYPE_LASER_CUTTER = 30,
-        TYPE_SLITTING_SAW = 31,
-        TYPE_WOODRUFF_CUTTER = 32,
-        TYPE_FORM_MILL = 33,
-        TYPE_BACK_CHAMFER_MILL = 34,
-        TYPE_DEBURRING_TOOL = 35,
-        TYPE_PLASMA_CUTTER = 36,
-        TYPE_GEAR_CUTTER = 37,
-        TYPE_THREAD_MILL = 38,
-        TYPE_LASER_POWDER = 39,
-        TYPE_LASER_WIRE = 40,
-        TYPE_ELECTRIC_ARC_WIRE = 41,
-        TYPE_CIRCLE_SEGMENT_BARREL = 42,
-        TYPE_CIRCLE_SEGMENT_LENS = 43,
-        TYPE_CIRCLE_SEGMENT_OVAL = 44,
-        TYPE_CIRCLE_SEGMENT_TAPER = 45,
-        TYPE_CORNER_CHAMFER_END_MILL = 46,
-        TYPE_TOOL_BLOCK = 47,
-        TYPE_PLUNGE_MILL = 48,
-    };
+    using TurningToolParameterization = Varn::TurningToolParameterization;
 
-    /// Shape of a turning insert: a letter of ISO 1832, one of the grooving and threading forms, or a free one.
-    enum InsertType : int {
-        INSERT_CUSTOM = 0,
-        INSERT_A = 1,
-        INSERT_B = 2,
-        INSERT_C = 3,
-        INSERT_D = 4,
-        INSERT_E = 5,
-        INSERT_H = 6,
-        INSERT_K = 7,
-        INSERT_L = 8,
-        INSERT_M = 9,
-        INSERT_O = 10,
-        INSERT_P = 11,
-        INSERT_R = 12,
-        INSERT_S = 13,
-        INSERT_T = 14,
-        INSERT_V = 15,
-        INSERT_W = 16,
-        INSERT_GROOVE_SQUARE = 17,
-        INSERT_GROOVE_ROUND = 18,
-        INSERT_GROOVE_V = 19,
-        INSERT_THREAD_ISO_DOUBLE = 20,
-        INSERT_THREAD_ISO_TRIPLE = 21,
-        INSERT_THREAD_TRAPEZOID = 22,
-    };
+    ToolGeometry();
+    ToolGeometry(const ToolGeometry &);
+    ToolGeometry(ToolGeometry &&) noexcept;
+    ToolGeometry &operator=(const ToolGeometry &);
+    ToolGeometry &operator=(ToolGeometry &&) noexcept;
+    virtual ~ToolGeometry();
 
-    /// Style of a turning tool holder: a letter of ISO 5608, a boring bar of ISO 6261, one of the grooving and
-    /// threading styles, or a free one.
-    enum HolderType : int {
-        HOLDER_NONE = 0,
-        HOLDER_A = 1,
-        HOLDER_B = 2,
-        HOLDER_C = 3,
-        HOLDER_D = 4,
-        HOLDER_E = 5,
-        HOLDER_F = 6,
-        HOLDER_G = 7,
-        HOLDER_H = 8,
-        HOLDER_J = 9,
-        HOLDER_K = 10,
-        HOLDER_L = 11,
-        HOLDER_M = 12,
-        HOLDER_N = 13,
-        HOLDER_P = 14,
-        HOLDER_Q = 15,
-        HOLDER_R = 16,
-        HOLDER_S = 17,
-        HOLDER_T = 18,
-        HOLDER_U = 19,
-        HOLDER_V = 20,
-        HOLDER_W = 21,
-        HOLDER_Y = 22,
-        HOLDER_OFFSET_PROFILE = 23,
-        HOLDER_THREAD_STRAIGHT = 24,
-        HOLDER_THREAD_OFFSET = 25,
-        HOLDER_GROOVE_EXTERNAL = 26,
-        HOLDER_PARTING_BLADE = 27,
-        HOLDER_GROOVE_FACE = 28,
-        HOLDER_GROOVE_INTERNAL = 29,
-        HOLDER_THREAD_INTERNAL = 30,
-        HOLDER_BORING_BAR_F = 31,
-        HOLDER_BORING_BAR_G = 32,
-        HOLDER_BORING_BAR_J = 33,
-        HOLDER_BORING_BAR_K = 34,
-        HOLDER_BORING_BAR_L = 35,
-        HOLDER_BORING_BAR_P = 36,
-        HOLDER_BORING_BAR_Q = 37,
-        HOLDER_BORING_BAR_S = 38,
-        HOLDER_BORING_BAR_T = 39,
-        HOLDER_BORING_BAR_U = 40,
-        HOLDER_BORING_BAR_W = 41,
-        HOLDER_BORING_BAR_Y = 42,
-        HOLDER_CUSTOM = 43,
-    };
+    Type getType() const { return m_type; }
+    void setType(Type type) { m_type = type; }
+    NCUnit::Unit getUnit() const { return m_unit; }
+    void setUnit(NCUnit::Unit unit) { m_unit = unit; } ///< changes no number
 
-    /// Hand of a turning tool holder; the value is the letter that stands for it.
-    enum Hand : int {
-        HAND_LEFT = 'L',
-        HAND_NEUTRAL = 'N',
-        HAND_RIGHT = 'R',
-    };
+    // The sizes as they were given.
+    const ToolCuttingGeometry &cutting() const { return m_cutting; }
+    ToolCuttingGeometry &cutting() { return m_cutting; }
+    const ToolJetGeometry &jet() const { return m_jet; }
+    ToolJetGeometry &jet() { return m_jet; }
+    const TurningToolParameterization &getTurningParameterization() const { return m_turning; }
+    TurningToolParameterization &getTurningParameterization() { return m_turning; }
+    void setTurningParameterization(TurningToolParameterization turning) { m_turning = std::move(turning); }
 
-    /// The point of a turning insert that the program moves.
-    enum CompensationMode : int {
-        COMPENSATION_CENTER = 0,  ///< center of the corner radius
-        COMPENSATION_TIP = 1,     ///< imaginary tip where the tangents along both axes meet
-        COMPENSATION_CORNER = 2,  ///< theoretical sharp corner of the insert
-        COMPENSATION_TANGENT = 3, ///< point of the radius that touches in the direction of feed; not for grooving
-    };
+    // Sizes that follow from the shape where nobody gave them. The formulas are plain trigonometry on the shapes of
+    // ISO 13399-3, the same as the defaults of the parameters.
 
-    enum ThreadTipType : int {
-        THREAD_TIP_FLAT = 0,
-        THREAD_TIP_ROUND = 1,
-        THREAD_TIP_POINT = 2,
-    };
+    /// LB + 3 SFDM.
+    double getOverallLength() const;
+    /// By the type: DC; tapered mill DC + 2 tan(TA) shoulder length; face mill DC + 2 tan(TA) LCF; radius mill DC + 2
+    /// RE; dovetail mill DC - 2 tan(TA) (LCF - RE (1 + 1 / sin(TA))) - 2 RE; thread mill DC - TP / tan(profile angle /
+    /// 2); chamfer and lollipop mill the smaller of DC and SFDM; slot mill the end of the shaft; else SFDM. DC where
+    /// there is no SFDM, and where an angle of 0 leaves no answer.
+    double getShoulderDiameter() const;
+    /// Face and tapered mill DC + 2 tan(TA) LCF; radius mill DC + 2 RE; else DC.
+    double getMaximumCutterDiameter() const;
+    /// 0: none.
+    double getUpperRadius() const;
+    double getLowerRadius() const;
+    /// 5 DC.
+    double getProfileRadius() const;
+    /// Height of the center of the profile radius R above the tip. Lens: R, for the center is on the axis. Else the
+    /// profile touches the lower radius r, whose center is on the axis at r: r + sqrt((R - r)^2 - (R - DC / 2)^2), and
+    /// 0 where there is no such circle.
+    double getAxialDistance() const;
+    /// 0.5 mm or 0.02 in.
+    double getChamferWidth() const;
+    /// 45 degrees.
+    Angle getChamferAngle() const;
+    /// The tip angle of a type that has one, else the taper angle.
+    double getAngle() const { return hasTipAngle(m_type) ? m_cutting.tipAngle : m_cutting.taperAngle; }
+    /// Gauge length of the holder that is attached, if any, + LB.
+    virtual double getAssemblyGaugeLength() const;
 
-    /// End of a tapered mill.
-    enum TaperedType : int {
-        TAPERED_BALL = 0,
-        TAPERED_BULL_NOSE = 1,
-    };
+    double getShaftDiameter() const { return m_cutting.shaftDiameter; }
+    /// The diameter from which the outline of the holder starts: that of the shaft in it.
+    double getHolderDiameter() const { return m_cutting.shaftDiameter; }
 
-    /// How a turning tool sits in its holder.
-    class VARN_PLATFORM_EXPORT TurningToolParameterization
-    {
-    public:
-        /// The hand of its letter, in upper case; nothing for any other character.
-        static std::optional<Hand> getHandFromChar(char letter);
-        static char getHandAsChar(Hand hand);
-    };
+    bool isCircleSegment() const { return isCircleSegmentTool(m_type); }
+    bool isCornerChamferEndMill() const { return isCornerChamferEndMill(m_type); }
+
+    // The holder, from the nose up. For a tool that is a holder the same outline, without being attached.
+    bool hasHolder() const { return m_holder.attached; }
+    const ToolHolder &holder() const { return m_holder; }
+    ToolHolder &holder() { return m_holder; }
+    const std::vector<ToolSection> &getHolder() const { return m_holder.sections; }
+    /// An outline that is not empty attaches the holder, unless the tool is one.
+    void setHolder(std::vector<ToolSection> sections);
+    void attachHolder() { m_holder.attached = true; }
+    void removeHolder(); ///< outline and GUID; what a catalogue says of it stays, for it comes with the parameters
+
+    // The shaft above the shoulder.
+    bool hasShaft() const { return !m_shaft.empty(); }
+    const std::vector<ToolSection> &getShaft() const { return m_shaft; }
+    void setShaft(std::vector<ToolSection> sections) { m_shaft = std::move(sections); }
+    void removeShaft() { m_shaft.clear(); }
+
+    // The tool block: the tool itself, or what a turning tool is attached to.
+    bool hasAttachedToolBlock() const { return m_toolBlock.attached; }
+    const ToolBlock &toolBlock() const { return m_toolBlock; }
+    ToolBlock &toolBlock() { return m_toolBlock; }
+    void attachToolBlock() { m_toolBlock.attached = true; }
+    void removeToolBlock(); ///< GUID, solid and place; the rest stays, for it comes with the parameters
+    const std::wstring &getMachineSideConnection() const { return m_toolBlock.machineSideConnectionType; }
+    double getAdaptiveItemSize() const { return m_toolBlock.adaptiveItemSize; }
+    ToolBlock::OrientationType getOrientationType() const { return m_toolBlock.orientationType; }
+    int getNumberOfAttachmentPoints() const { return m_toolBlock.numberOfAttachmentPoints; }
+    int getNumberOfToolAttachmentPoints() const { return m_toolBlock.numberOfTools; }
+
+    // The outline of a form mill.
+    const ToolProfile &getCustomCutter() const { return m_customCutter; }
+    void setCustomCutter(ToolProfile profile) { m_customCutter = std::move(profile); }
+
+    // The solid of the tool, and the nested one of the block that it is attached to. Raw is what is held, a placeholder
+    // or a solid; the others are null for what is not of their kind.
+    using Raw3DGeometry = std::shared_ptr<const Tool3DGeometryBase>;
+    const Raw3DGeometry &getRaw3DGeometry() const { return m_geometry; }
+    const Raw3DGeometry &getRawNested3DGeometry() const { return m_nestedGeometry; }
+    std::shared_ptr<const Tool3DGeometry> getLoaded3DGeometry() const;
+    std::shared_ptr<const Tool3DGeometry> getLoadedNested3DGeometry() const;
+    std::shared_ptr<const ToolPlaceholder3DGeometry> getPlaceholder3DGeometry() const;
+    std::shared_ptr<const ToolPlaceholder3DGeometry> getPlaceholderNested3DGeometry() const;
+    void set3DGeometry(Raw3DGeometry geometry) { m_geometry = std::move(geometry); }
+    void set3DGeometry(std::nullopt_t) { m_geometry.reset(); }
+    void setNested3DGeometry(Raw3DGeometry geometry) { m_nestedGeometry = std::move(geometry); }
+    void setNested3DGeometry(std::nullopt_t) { m_nestedGeometry.reset(); }
 
     // Each type but TYPE_NONE is of exactly one of these families.
     static bool isMill(Type type);
@@ -237,6 +194,19 @@ public:
 
     /// Whether a holder of the style takes the insert on a turning tool of the type. HOLDER_NONE takes nothing.
     static bool doesSupportHolder(Type type, InsertType insert, HolderType holder);
+
+private:
+    Type m_type = TYPE_NONE;
+    NCUnit::Unit m_unit = NCUnit::millimeters;
+    ToolCuttingGeometry m_cutting;
+    ToolJetGeometry m_jet;
+    TurningToolParameterization m_turning;
+    ToolHolder m_holder;
+    std::vector<ToolSection> m_shaft;
+    ToolBlock m_toolBlock;
+    ToolProfile m_customCutter;
+    Raw3DGeometry m_geometry;
+    Raw3DGeometry m_nestedGeometry;
 };
 
 } // namespace Varn

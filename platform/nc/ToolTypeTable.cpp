@@ -71,7 +71,7 @@ constexpr ToolTypeRow rows[] = {
     {44, "circle segment oval",     "Circle segment oval",     Mill | CircleSegment,           milling,    198},
     {45, "circle segment taper",    "Circle segment taper",    Mill | CircleSegment,           milling,    198},
     {46, "corner chamfer end mill", "Corner chamfer end mill", Mill | CornerChamfer,           milling,    198},
-    {47, "tool block",              "Tool block",              ToolBlock | Solid,              adaptive,   198},
+    {47, "tool block",              "Tool block",              ToolBlockOnly | Solid,          adaptive,   198},
     {48, "plunge mill",             "Plunge mill",             Mill,                           milling,    198},
 };
 // clang-format on

@@ -18,7 +18,7 @@ enum : unsigned {
     Turning = 1u << 4,
     Depositing = 1u << 5,
     HolderOnly = 1u << 6,
-    ToolBlock = 1u << 7,
+    ToolBlockOnly = 1u << 7,
     Families = (1u << 8) - 1,
 
     FormMill = 1u << 8,

@@ -110,6 +110,8 @@ Texts allMessages()
     ToolSpecification::getInsertTypeTitle(ToolGeometry::INSERT_CUSTOM);
     ToolSpecification::getHolderTypeTitle(ToolGeometry::HOLDER_CUSTOM);
     Varn::Tools::getToolLibraryParameter(Varn::Tools::ToolLibraryParametersEnum::DC);
+    for (const auto type : Varn::ToolBlock::s_turretConnectionTypes)
+        Varn::ToolBlock::getAsEnumValue(type);
     Varn::Tools::ToolLibraryUrl(QStringLiteral("systemlibraryroot://Samples/Probes.json")).localizedSampleLibraryName();
     Varn::ParameterTable::Parameter::getDefaultKindUnit(Varn::ParameterTable::KIND_LENGTH, true);
     const std::vector<std::string> registered = LocaleRegistry::registeredMessages();
@@ -171,7 +173,8 @@ TEST(Catalogues, TheTablesOfTextsAreKnown)
                 UnorderedElementsAre("ToolLibrary/IO/LibraryDisplayNames.cpp: name",
                                      "platform/core/ParameterDefinitionsReader.cpp: text",
                                      "ToolLibrary/ToolLibraryParameter.cpp: text, text",
-                                     "platform/core/ToolSpecification.cpp: row.title"));
+                                     "platform/core/ToolSpecification.cpp: row.title",
+                                     "platform/nc/ToolBlock.cpp: row.title"));
 }
 
 TEST(Catalogues, EnglishIsTheTextItself)
