@@ -1,0 +1,247 @@
+#include "RandomToolRecord.h"
+#include "platform/core/ParameterTable.h"
+#include "platform/core/ToolSpecification.h"
+#include "platform/core/VarnParameters.h"
+
+#include <gmock/gmock.h>
+
+using TestSupport::RandomToolRecord;
+using Varn::NCUnit;
+using Varn::ParameterTable;
+using Varn::Strategy;
+using Varn::ToolGeometry;
+using Varn::ToolRecordPart;
+using Varn::ToolSpecification;
+using Varn::Units;
+using Varn::VarnParameters;
+
+namespace {
+
+using Options = ToolSpecification::ComparisonOptions;
+
+std::wstring nameOf(const ToolSpecification &tool, const ToolRecordPart &part, std::string_view name)
+{
+    const std::string_view stem = ToolGeometry::isTurning(tool.getType()) ? part.turning : part.stem;
+    std::wstring whole(stem.begin(), stem.end());
+    return whole.append(name.begin(), name.end());
+}
+
+bool isOfTheKind(const ToolSpecification &tool, unsigned kinds)
+{
+    const auto kind = Varn::getToolPresetKind(tool.getType());
+    return kinds == Varn::everyKind || (kind && (kinds & Varn::presetKindBit(*kind)));
+}
+
+} // namespace
+
+TEST(ToolSpecificationParameters, ARecordComesBackFromItsTable)
+{
+    RandomToolRecord random(31);
+    for (int round = 0; round < 4; ++round) {
+        for (int type = 1; type <= 48; ++type) {
+            const auto unit = NCUnit::Unit((round + type) % 2);
+            const ToolSpecification tool = random.record(ToolGeometry::Type(type), unit);
+            const ParameterTable table = tool.createParameterTable();
+
+            // A record that differs in everything that the table holds, and in nothing else.
+            ToolSpecification other = tool;
+            Varn::forEachRecordField([&](const ToolRecordPart &part, const auto &access, const auto &field) {
+                const bool isHeld = field.isParameter && isOfTheKind(tool, field.kinds) &&
+                                    table.hasParameter(nameOf(tool, part, field.name));
+                if (isHeld && field.name != "holder_attached" && field.name != "attached")
+                    random.change(access(other).*field.member);
+            });
+            other.setType(ToolGeometry::TYPE_NONE);
+            other.setUnit(unit == NCUnit::inches ? NCUnit::millimeters : NCUnit::inches);
+            EXPECT_FALSE(other.isSame(tool, Options())) << type;
+            other.syncFromParameters(table);
+            EXPECT_TRUE(other.isSame(tool, Options())) << type << ": " << round;
+        }
+    }
+}
+
+TEST(ToolSpecificationParameters, EveryParameterOfATypeIsHeldOrDerived)
+{
+    // What no record holds: sizes computed from others, choices within the preset that no file keeps, and the two that
+    // a record has as type and unit.
+    const std::set<std::wstring> notHeld{L"tool_type",
+                                         L"tool_unit",
+                                         L"tool_feedPerTooth",
+                                         L"tool_rampType",
+                                         L"tool_finishingStepdown",
+                                         L"tool_finishingStepover",
+                                         L"use_tool_stepdown",
+                                         L"use_tool_stepover",
+                                         L"use_tool_depthOfCut",
+                                         L"use_tool_presetProgram",
+                                         L"tool_surfaceSpeed",
+                                         L"tool_feedPerRevolution"};
+    RandomToolRecord random(5);
+    for (int type = 1; type <= 48; ++type) {
+        const ToolSpecification tool = random.record(ToolGeometry::Type(type), NCUnit::millimeters);
+        ParameterTable table(ToolSpecification::getStrategyType(tool.getType()));
+        table.setParameter(L"tool_type", tool.getToolTypeAsWideString());
+        std::set<std::wstring> enabled;
+        for (const auto &parameter : table.getParameters()) {
+            if (parameter->isEnabled())
+                enabled.insert(parameter->getName());
+        }
+        Varn::forEachRecordField([&](const ToolRecordPart &part, const auto &, const auto &field) {
+            if (field.isParameter && isOfTheKind(tool, field.kinds))
+                enabled.erase(nameOf(tool, part, field.name));
+        });
+        for (const std::wstring &name : notHeld)
+            enabled.erase(name);
+        EXPECT_THAT(enabled, testing::IsEmpty()) << tool.getToolTypeAsString(tool.getType());
+    }
+}
+
+TEST(ToolSpecificationParameters, NumbersAreInTheUnitOfTheTable)
+{
+    ParameterTable table(Strategy::ROTATING, false);
+    table.setParameter(L"tool_type", L"ball end mill");
+    table.setParameter(L"tool_diameter", 12.7, Units::UNIT_MILLIMETERS);
+    table.setParameter(L"tool_feedCutting", 40.0, Units::UNIT_INCHES_PER_MINUTE);
+    ToolSpecification tool;
+    tool.syncFromParameters(table);
+    EXPECT_EQ(tool.getUnit(), NCUnit::inches);
+    EXPECT_EQ(tool.getType(), ToolGeometry::TYPE_BALL_END_MILL);
+    EXPECT_DOUBLE_EQ(tool.cutting().diameter, 0.5);
+    EXPECT_DOUBLE_EQ(tool.cutting().cornerRadius, 0.25);
+    EXPECT_DOUBLE_EQ(tool.currentValues().feedCutting, 40);
+
+    tool.convertToUnit(NCUnit::millimeters);
+    const ParameterTable metric = tool.createParameterTable();
+    EXPECT_TRUE(metric.isMetric());
+    EXPECT_EQ(metric.getWideMessage(L"tool_unit"), L"millimeters");
+    EXPECT_DOUBLE_EQ(metric.getDouble(L"tool_diameter", Units::UNIT_MILLIMETERS), 12.7);
+    EXPECT_DOUBLE_EQ(metric.getDouble(L"tool_feedCutting", Units::UNIT_INCHES_PER_MINUTE), 40);
+}
+
+TEST(ToolSpecificationParameters, ATableWithoutParametersLeavesTheRecord)
+{
+    RandomToolRecord random(2);
+    const ToolSpecification tool = random.record(ToolGeometry::TYPE_FORM_MILL, NCUnit::millimeters);
+    ToolSpecification synced = tool;
+    synced.syncFromParameters(ParameterTable());
+    EXPECT_TRUE(synced.isSame(tool, Options()));
+    ParameterTable table;
+    tool.syncToParameters(table);
+    EXPECT_TRUE(table.getParameters().empty());
+}
+
+TEST(ToolSpecificationParameters, WhatIsNoLongerAttachedGoes)
+{
+    ToolSpecification mill;
+    mill.setType(ToolGeometry::TYPE_FLAT_END_MILL);
+    mill.setHolder({{10, 20}});
+    mill.setHolderGUID(L"holder");
+    ParameterTable table = mill.createParameterTable();
+    EXPECT_TRUE(table.getBoolean(L"holder_attached"));
+    mill.syncFromParameters(table);
+    EXPECT_EQ(mill.getHolder().size(), 1u);
+    table.setParameter(L"holder_attached", false);
+    mill.syncFromParameters(table);
+    EXPECT_FALSE(mill.hasHolder());
+    EXPECT_TRUE(mill.getHolder().empty());
+    EXPECT_EQ(mill.getHolderGUID(), L"");
+
+    ToolSpecification lathe;
+    lathe.setType(ToolGeometry::TYPE_TURNING_GENERAL);
+    lathe.attachToolBlock();
+    lathe.setToolBlockGUID(L"block");
+    ParameterTable turning = lathe.createParameterTable();
+    lathe.syncFromParameters(turning);
+    EXPECT_EQ(lathe.getToolBlockGUID(), L"block");
+    turning.setParameter(L"tool_block_attached", false);
+    lathe.syncFromParameters(turning);
+    EXPECT_FALSE(lathe.hasAttachedToolBlock());
+    EXPECT_EQ(lathe.getToolBlockGUID(), L"");
+}
+
+TEST(ToolSpecificationParameters, AHolderKeepsItsOutline)
+{
+    ToolSpecification holder;
+    holder.setHolder({{10, 20}}); // its type is not known yet
+    ParameterTable table(Strategy::ROTATING);
+    table.setParameter(L"tool_type", L"holder");
+    table.setParameter(L"holder_attached", holder.hasHolder());
+    holder.syncFromParameters(table);
+    EXPECT_EQ(holder.getType(), ToolGeometry::TYPE_HOLDER);
+    EXPECT_EQ(holder.getHolder().size(), 1u);
+    EXPECT_FALSE(holder.hasHolder());
+}
+
+TEST(ToolSpecificationParameters, AValueThatTheRecordHasNoWordForLeavesWhatItHas)
+{
+    ParameterTable table(Strategy::ROTATING);
+    table.setParameter(L"tool_type", L"drill");
+    table.setParameter(L"tool_material", L"wood");
+    table.setParameter(L"tool_coolant", L"beer");
+    ToolSpecification tool;
+    tool.nc().material = Varn::NCTool::MATERIAL_HSS;
+    tool.currentValues().coolant = Varn::NCTool::COOLANT_AIR;
+    tool.syncFromParameters(table);
+    EXPECT_EQ(tool.nc().material, Varn::NCTool::MATERIAL_HSS);
+    EXPECT_EQ(tool.currentValues().coolant, Varn::NCTool::COOLANT_AIR);
+
+    table.setParameter(L"tool_type", L"no such type");
+    tool.syncFromParameters(table);
+    EXPECT_EQ(tool.getType(), ToolGeometry::TYPE_NONE);
+}
+
+TEST(ToolSpecificationParameters, ACoolantThatNobodyChoseLeavesTheDefault)
+{
+    ToolSpecification tool;
+    tool.setType(ToolGeometry::TYPE_DRILL);
+    EXPECT_EQ(tool.createParameterTable().getWideMessage(L"tool_coolant"), L"flood");
+}
+
+TEST(ToolSpecificationParameters, ASizeThatNobodyGaveLeavesTheDefault)
+{
+    ToolSpecification tool;
+    tool.setType(ToolGeometry::TYPE_FLAT_END_MILL);
+    tool.setCutterDiameter(8);
+    tool.cutting().bodyLength = 30;
+    tool.cutting().shaftDiameter = 10;
+    ParameterTable table = tool.createParameterTable();
+    EXPECT_TRUE(table.getParameter(L"tool_overallLength")->isDefault());
+    EXPECT_DOUBLE_EQ(table.getDouble(L"tool_overallLength", Units::UNIT_MILLIMETERS), tool.getOverallLength());
+    EXPECT_DOUBLE_EQ(table.getDouble(L"tool_shoulderDiameter", Units::UNIT_MILLIMETERS), tool.getShoulderDiameter());
+}
+
+TEST(ToolSpecificationParameters, AnOptionalValueFollowsItsSwitch)
+{
+    ToolSpecification tool;
+    tool.setType(ToolGeometry::TYPE_FLAT_END_MILL);
+    ParameterTable table = tool.createParameterTable();
+    EXPECT_FALSE(table.getBoolean(L"use_tool_stepdown"));
+    tool.currentValues().stepdown = 2;
+    tool.syncToParameters(table);
+    EXPECT_TRUE(table.getBoolean(L"use_tool_stepdown"));
+    EXPECT_EQ(table.getDouble(L"tool_stepdown", Units::UNIT_MILLIMETERS), 2);
+    table.setParameter(L"use_tool_stepdown", false);
+    tool.syncFromParameters(table);
+    EXPECT_FALSE(tool.currentValues().stepdown.has_value());
+}
+
+TEST(ToolSpecificationParameters, ExpressionsGoAlongWhenAskedFor)
+{
+    ToolSpecification tool;
+    tool.setType(ToolGeometry::TYPE_BULL_NOSE_END_MILL);
+    tool.setCutterDiameter(10);
+    tool.setExpression(L"tool_cornerRadius", L"tool_diameter / 4");
+    tool.setExpression(L"no_such_parameter", L"1");
+    ParameterTable plain = tool.createParameterTable();
+    EXPECT_EQ(plain.getDouble(L"tool_cornerRadius", Units::UNIT_MILLIMETERS), 0);
+    ParameterTable table = tool.createParameterTable(true);
+    EXPECT_DOUBLE_EQ(table.getDouble(L"tool_cornerRadius", Units::UNIT_MILLIMETERS), 2.5);
+
+    ToolSpecification without;
+    without.syncFromParameters(table);
+    EXPECT_TRUE(without.getExpressions().empty());
+    EXPECT_DOUBLE_EQ(without.cutting().cornerRadius, 2.5);
+    ToolSpecification with;
+    with.syncFromParameters(table, true);
+    EXPECT_THAT(with.getExpressions(), testing::ElementsAre(testing::Pair(L"tool_cornerRadius", L"tool_diameter / 4")));
+}
