@@ -61,8 +61,8 @@ public:
     using ToolFeedsAndSpeedsPresetDetailsBase::readFrom;
 };
 
-/// Of the default preset: a version 5 UUID, in the form in which new presets get theirs.
-constexpr const wchar_t *defaultPresetId = L"{8a1f3f0e-3f7c-5d0b-9c34-6a2e5d1b7f42}";
+/// Of the default preset: made once, in the form in which new presets get theirs.
+constexpr const wchar_t *defaultPresetId = L"{e62786f9-7402-4c4f-bcec-e8a552e7cfff}";
 
 } // namespace
 
