@@ -51,7 +51,7 @@ void writeValue(const Value &value, NCUnit::Unit unit, ParameterTable::Parameter
 }
 
 /// Reads \a value from the parameter \a name, if \a table has it. An optional value with a switch is there when the
-/// parameter of that name is true; one without is there.
+/// parameter of that name is true; one without is there when the parameter has a value.
 template <typename Value>
 void read(const ParameterTable &table, const std::wstring &name, const std::wstring &switchName, NCUnit::Unit unit,
           Value &value)
@@ -62,7 +62,7 @@ void read(const ParameterTable &table, const std::wstring &name, const std::wstr
     if constexpr (ToolFieldText::isOptional<Value>) {
         const auto isThere = switchName.empty() ? nullptr : table.getParameterNoThrow(switchName);
         value.reset();
-        if (!isThere || isThere->getAsBoolean())
+        if (isThere ? isThere->getAsBoolean() : parameter->hasValue())
             readValue(*parameter, unit, value.emplace());
     } else {
         readValue(*parameter, unit, value);

@@ -30,6 +30,7 @@
 namespace Varn {
 
 class ParameterTable;
+class ToolError;
 class ToolFeedsAndSpeedsPreset;
 
 using ToolPresets = std::vector<std::shared_ptr<const ToolFeedsAndSpeedsPreset>>;
@@ -43,6 +44,7 @@ public:
     static constexpr FeedMode FEED_PER_REVOLUTION = Varn::FEED_PER_REVOLUTION;
 
     using Expressions = std::map<std::wstring, std::wstring>;
+    using Errors = std::vector<std::shared_ptr<ToolError>>;
 
     /// How closely two records are compared. By default everything that a record holds counts.
     struct ComparisonOptions {
@@ -106,6 +108,11 @@ public:
     /// Adds or replaces one; without a text it is removed.
     void setExpression(const std::wstring &name, std::optional<std::wstring> expression);
 
+    // Faults that were found in the tool. They never change, so copies share them. Neither a table of parameters nor
+    // the XML form holds them.
+    const Errors &getErrors() const { return m_errors; }
+    void setErrors(Errors errors) { m_errors = std::move(errors); }
+
     // What is attached. For a tool that is a holder or a block itself: its own GUID, texts, comment and live flag.
     void setHolderGUID(std::wstring guid) { holder().guid = std::move(guid); }
     const std::wstring &getHolderGUID() const { return isHolder() ? m_guid : holder().guid; }
@@ -128,7 +135,7 @@ public:
     static void set3DGeometryResolver(Tool3DGeometryResolver resolver);
 
     /// To be called before a record is filled anew: forgets what filling adds to rather than replaces, namely
-    /// expressions, solids, and what is attached.
+    /// expressions, faults, solids, and what is attached.
     void invalidate();
 
     bool isSame(const ToolSpecification &other, const ComparisonOptions &options) const;
@@ -219,6 +226,7 @@ private:
     ToolPresets m_presets;
     std::optional<ToolFeedsAndSpeedsPresetId> m_defaultPresetId;
     Expressions m_expressions;
+    Errors m_errors;
 };
 
 } // namespace Varn

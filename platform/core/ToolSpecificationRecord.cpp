@@ -1,5 +1,6 @@
 // The part of ToolSpecification that is one tool: identity, presets, attachments, comparing, converting.
 #include "platform/core/RecordComparison.h"
+#include "platform/core/ToolError.h"
 #include "platform/core/ToolFeedsAndSpeedsPreset.h"
 #include "platform/core/ToolFieldText.h"
 #include "platform/core/ToolRecordParts.h"
@@ -38,6 +39,18 @@ bool arePresetsSame(const ToolPresets &a, const ToolPresets &b, bool withIds, do
     const auto isSame = [&](const auto &one, const auto &other) {
         const bool sameWords = one->name() == other->name() && one->description() == other->description();
         return sameWords && one->isEqual(*other, withIds, tolerance);
+    };
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(), isSame);
+}
+
+/// The words for people do not count: they are those of the language in which a fault was found.
+bool areErrorsSame(const ToolSpecification::Errors &a, const ToolSpecification::Errors &b)
+{
+    const auto isSame = [](const std::shared_ptr<ToolError> &one, const std::shared_ptr<ToolError> &other) {
+        if (!one || !other)
+            return one == other;
+        return one->getCode() == other->getCode() && one->getKind() == other->getKind() &&
+               one->getParameter() == other->getParameter() && one->getValue() == other->getValue();
     };
     return std::equal(a.begin(), a.end(), b.begin(), b.end(), isSame);
 }
@@ -151,6 +164,7 @@ void ToolSpecification::restore3DGeometry()
 void ToolSpecification::invalidate()
 {
     m_expressions.clear();
+    m_errors.clear();
     set3DGeometry(std::nullopt);
     removeHolder();
     removeShaft();
@@ -176,7 +190,7 @@ bool ToolSpecification::isSame(const ToolSpecification &other, const ComparisonO
            isSame(getCustomCutter(), other.getCustomCutter(), tolerance) &&
            isSame(getTurningParameterization().toolBlockTransform,
                   other.getTurningParameterization().toolBlockTransform, tolerance) &&
-           m_expressions == other.m_expressions &&
+           m_expressions == other.m_expressions && areErrorsSame(m_errors, other.m_errors) &&
            (!withIdentity || (idOf(getRaw3DGeometry()) == idOf(other.getRaw3DGeometry()) &&
                               idOf(getRawNested3DGeometry()) == idOf(other.getRawNested3DGeometry()) &&
                               getDefaultPresetId() == other.getDefaultPresetId())) &&

@@ -2,6 +2,7 @@
 #include "platform/core/ParameterTable.h"
 #include "platform/core/ToolSpecification.h"
 #include "platform/core/VarnParameters.h"
+#include "platform/nc/RecordUnits.h"
 
 #include <gmock/gmock.h>
 
@@ -94,6 +95,32 @@ TEST(ToolSpecificationParameters, EveryParameterOfATypeIsHeldOrDerived)
             enabled.erase(name);
         EXPECT_THAT(enabled, testing::IsEmpty()) << tool.getToolTypeAsString(tool.getType());
     }
+}
+
+TEST(ToolSpecificationParameters, EveryNumberIsConvertedAsTheUnitsOfItsParameterAre)
+{
+    std::set<std::string_view> checked;
+    for (const auto type :
+         {ToolGeometry::TYPE_DRILL, ToolGeometry::TYPE_FLAT_END_MILL, ToolGeometry::TYPE_PROBE,
+          ToolGeometry::TYPE_TURNING_GENERAL, ToolGeometry::TYPE_LASER_CUTTER, ToolGeometry::TYPE_LASER_POWDER}) {
+        ToolSpecification tool;
+        tool.setType(type);
+        const ParameterTable table = tool.createParameterTable();
+        Varn::forEachRecordField([&](const ToolRecordPart &part, const auto &access, const auto &field) {
+            using Value = std::remove_cvref_t<decltype(access(tool).*field.member)>;
+            const auto parameter = table.getParameterNoThrow(nameOf(tool, part, field.name));
+            if (!parameter || !(std::is_same_v<Value, double> || std::is_same_v<Value, std::optional<double>>))
+                return;
+            const auto unit = [&](bool metric) {
+                return ParameterTable::Parameter::getDefaultKindUnit(parameter->getKind(), metric);
+            };
+            const double factor = Units::getUnitConversionFactorNoThrow(unit(false), unit(true));
+            EXPECT_NEAR(Varn::inUnit(1, field.quantity, NCUnit::inches, NCUnit::millimeters), factor, 1e-12 * factor)
+                << field.name;
+            checked.insert(field.name);
+        });
+    }
+    EXPECT_GT(checked.size(), 90u);
 }
 
 TEST(ToolSpecificationParameters, NumbersAreInTheUnitOfTheTable)
@@ -208,6 +235,18 @@ TEST(ToolSpecificationParameters, ASizeThatNobodyGaveLeavesTheDefault)
     EXPECT_TRUE(table.getParameter(L"tool_overallLength")->isDefault());
     EXPECT_DOUBLE_EQ(table.getDouble(L"tool_overallLength", Units::UNIT_MILLIMETERS), tool.getOverallLength());
     EXPECT_DOUBLE_EQ(table.getDouble(L"tool_shoulderDiameter", Units::UNIT_MILLIMETERS), tool.getShoulderDiameter());
+}
+
+TEST(ToolSpecificationParameters, ASizeWithoutAValueIsOneThatNobodyGave)
+{
+    ParameterTable table(Strategy::ROTATING);
+    table.setParameter(L"tool_type", L"flat end mill");
+    table.setParameterExpression(L"tool_overallLength", L"");
+    table.setParameterExpression(L"tool_diameter", L"");
+    ToolSpecification tool;
+    tool.syncFromParameters(table);
+    EXPECT_FALSE(tool.cutting().overallLength.has_value());
+    EXPECT_EQ(tool.cutting().diameter, 0);
 }
 
 TEST(ToolSpecificationParameters, AnOptionalValueFollowsItsSwitch)

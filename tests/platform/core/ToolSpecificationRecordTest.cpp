@@ -1,6 +1,7 @@
 #include "platform/core/ToolSpecification.h"
 
 #include "RandomToolRecord.h"
+#include "platform/core/ToolError.h"
 #include "platform/core/ToolFeedsAndSpeedsPreset.h"
 #include "platform/nc/RecordUnits.h"
 #include "platform/nc/Tool3DGeometry.h"
@@ -207,6 +208,26 @@ TEST(ToolSpecificationRecord, CurrentValuesMayBeLeftOut)
     EXPECT_TRUE(other.isSame(tool, options));
 }
 
+TEST(ToolSpecificationRecord, FaultsCountWhateverTheirLanguage)
+{
+    using Varn::ToolError;
+    const auto fault = [](int code, const wchar_t *parameter, const wchar_t *value, ToolError::Kind kind,
+                          const wchar_t *message) {
+        ToolSpecification tool;
+        tool.setErrors({std::make_shared<ToolError>(code, parameter, value, kind, message)});
+        return tool;
+    };
+    const auto error = ToolError::Kind::Error;
+    const ToolSpecification tool = fault(3201, L"tool_diameter", L"-1", error, L"too small");
+    EXPECT_TRUE(tool.isSame(fault(3201, L"tool_diameter", L"-1", error, L"zu klein"), Options()));
+    EXPECT_FALSE(tool.isSame(fault(2201, L"tool_diameter", L"-1", error, L"too small"), Options()));
+    EXPECT_FALSE(tool.isSame(fault(3201, L"tool_number", L"-1", error, L"too small"), Options()));
+    EXPECT_FALSE(tool.isSame(fault(3201, L"tool_diameter", L"-2", error, L"too small"), Options()));
+    EXPECT_FALSE(tool.isSame(fault(3201, L"tool_diameter", L"-1", ToolError::Kind::Warning, L"too small"), Options()));
+    EXPECT_FALSE(tool.isSame(ToolSpecification(), Options()));
+    EXPECT_EQ(ToolSpecification(tool).getErrors(), tool.getErrors());
+}
+
 TEST(ToolSpecificationRecord, ALineHasNoCenter)
 {
     ToolSpecification a;
@@ -394,7 +415,9 @@ TEST(ToolSpecificationRecord, AnInvalidRecordForgetsWhatFillingAddsTo)
     ToolSpecification tool = turningTool();
     const auto diameter = tool.cutting().diameter;
     const std::wstring guid = tool.getGUID();
+    tool.setErrors({nullptr});
     tool.invalidate();
+    EXPECT_TRUE(tool.getErrors().empty());
     EXPECT_TRUE(tool.getExpressions().empty());
     EXPECT_EQ(tool.getRaw3DGeometry(), nullptr);
     EXPECT_EQ(tool.getRawNested3DGeometry(), nullptr);
