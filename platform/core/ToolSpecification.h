@@ -147,7 +147,8 @@ public:
     /// expressions what was set there over names of other parameters. What no parameter holds stays: GUIDs, outlines,
     /// solids, presets; but what is no longer attached loses its outline, GUID and solid.
     void syncFromParameters(const ParameterTable &table, bool withExpressions = false);
-    /// The other way. Parameters that the record says nothing of keep what they have.
+    /// The other way. Parameters that the record says nothing of keep what they have. Expressions bring the cones of
+    /// the holder along as numbered parameters ("segment_1_height"), of which they may speak.
     void syncToParameters(ParameterTable &table, bool withExpressions = false) const;
 
     /// Names and values of all fields in two lines of columns with tabs between them, for a spreadsheet; the second

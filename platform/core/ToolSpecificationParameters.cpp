@@ -36,6 +36,23 @@ bool isOverNames(const std::wstring &expression)
     return parsed && !parsed->names().empty();
 }
 
+/// The cones of a holder as the numbered parameters that expressions speak of: "segment_1_height".
+void writeSegments(const ToolGeometry &tool, ParameterTable &table)
+{
+    const Units::Unit unit = tool.getUnit() == NCUnit::inches ? Units::UNIT_INCHES : Units::UNIT_MILLIMETERS;
+    double lower = tool.getHolderDiameter();
+    int number = 0;
+    for (const ToolSection &section : tool.getHolder()) {
+        if (section.offset > 0) {
+            const std::wstring stem = L"segment_" + std::to_wstring(++number);
+            table.setParameter(stem + L"_height", section.offset, unit);
+            table.setParameter(stem + L"_lower_diameter", lower, unit);
+            table.setParameter(stem + L"_upper_diameter", section.diameter, unit);
+        }
+        lower = section.diameter;
+    }
+}
+
 } // namespace
 
 ParameterTable ToolSpecification::createParameterTable(bool withExpressions) const
@@ -83,8 +100,9 @@ void ToolSpecification::syncToParameters(ParameterTable &table, bool withExpress
         RecordParameters::write(access(*this).*field.member, getUnit(), name, parameterName({}, field.switchName),
                                 table);
     });
-    if (!withExpressions)
+    if (!withExpressions || table.getStrategy() == Strategy::INVALID)
         return;
+    writeSegments(*this, table);
     for (const auto &[name, expression] : m_expressions) {
         const auto parameter = table.getParameterNoThrow(name);
         if (parameter)

@@ -85,8 +85,9 @@ public:
     virtual double getAssemblyGaugeLength() const;
 
     double getShaftDiameter() const { return m_cutting.shaftDiameter; }
-    /// The diameter from which the outline of the holder starts: that of the shaft in it.
-    double getHolderDiameter() const { return m_cutting.shaftDiameter; }
+    /// The diameter from which the outline of the holder starts: that of the shaft in it, 0 for a tool that is a
+    /// holder.
+    double getHolderDiameter() const { return isHolderOnly(m_type) ? 0 : m_cutting.shaftDiameter; }
 
     bool isCircleSegment() const { return isCircleSegmentTool(m_type); }
     bool isCornerChamferEndMill() const { return isCornerChamferEndMill(m_type); }

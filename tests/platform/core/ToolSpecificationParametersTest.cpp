@@ -284,3 +284,35 @@ TEST(ToolSpecificationParameters, ExpressionsGoAlongWhenAskedFor)
     with.syncFromParameters(table, true);
     EXPECT_THAT(with.getExpressions(), testing::ElementsAre(testing::Pair(L"tool_cornerRadius", L"tool_diameter / 4")));
 }
+
+TEST(ToolSpecificationParameters, ExpressionsMaySpeakOfTheConesOfAHolder)
+{
+    ToolSpecification holder;
+    holder.setType(ToolGeometry::TYPE_HOLDER);
+    holder.setUnit(NCUnit::inches);
+    holder.setHolder({{0, 1}, {2, 1.5}, {0, 3}, {4, 3}});
+    holder.setExpression(L"tool_holderGaugeLength", L"segment_1_height + segment_2_height");
+    const ParameterTable table = holder.createParameterTable(true);
+    EXPECT_EQ(table.getDouble(L"tool_holderGaugeLength", Units::UNIT_INCHES), 6);
+    EXPECT_EQ(table.getDouble(L"segment_1_lower_diameter", Units::UNIT_INCHES), 1);
+    EXPECT_EQ(table.getDouble(L"segment_1_upper_diameter", Units::UNIT_INCHES), 1.5);
+    EXPECT_DOUBLE_EQ(table.getDouble(L"segment_2_lower_diameter", Units::UNIT_MILLIMETERS), 76.2);
+    EXPECT_FALSE(table.hasParameter(L"segment_3_height"));
+    EXPECT_FALSE(holder.createParameterTable().hasParameter(L"segment_1_height"));
+}
+
+TEST(ToolSpecificationParameters, AnExpressionThatIsNoneIsAFaultOfItsParameter)
+{
+    ToolSpecification tool;
+    tool.setType(ToolGeometry::TYPE_DRILL);
+    tool.setExpression(L"tool_diameter", L"1 +");
+    tool.setExpression(L"tool_fluteLength", L"tool_fluteLength");
+    tool.setExpression(L"tool_bodyLength", std::wstring(100'000, L'('));
+    ParameterTable table = tool.createParameterTable(true);
+    ToolSpecification back;
+    back.syncFromParameters(table, true);
+    EXPECT_EQ(back.cutting().diameter, 0);
+    EXPECT_EQ(back.cutting().fluteLength, 0);
+    EXPECT_EQ(back.cutting().bodyLength, 0);
+    EXPECT_FALSE(table.getParametersWithErrors().empty());
+}

@@ -204,6 +204,7 @@ TEST(ToolGeometryRecord, AnOutlineAttachesAHolderUnlessTheToolIsOne)
     ToolGeometry holder = toolOf(ToolGeometry::TYPE_HOLDER);
     holder.setHolder({{60, 40}});
     EXPECT_FALSE(holder.hasHolder());
+    EXPECT_EQ(holder.getHolderDiameter(), 0);
     EXPECT_EQ(holder.getHolder(), (std::vector<ToolSection>{{60, 40}}));
 }
 
