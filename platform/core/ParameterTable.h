@@ -163,8 +163,9 @@ public:
 
     /// The enabled parameters with a value that breaks an error or a warning constraint, in the order of
     /// getParameters(). Errors are also a parameter without a value (unless its expression is empty), a number that is
-    /// not whole where an integer is wanted, and an enumeration value that is not offered. A constraint over another
-    /// parameter that has no value is not counted: the fault is told there.
+    /// not whole where an integer is wanted, an enumeration value that is not offered, and a disabled parameter whose
+    /// enable expression is itself at fault. A constraint over another parameter that has no value is not counted: the
+    /// fault is told there.
     std::vector<std::shared_ptr<Parameter>> getParametersWithErrors();
     std::vector<std::shared_ptr<Parameter>> getParametersWithWarnings();
     std::vector<std::shared_ptr<const Parameter>> getParametersWithErrors() const;
