@@ -1,10 +1,13 @@
 #include "platform/core/ToolErrorConverter.h"
 
 #include "platform/core/ToolErrorFactory.h"
+#include "platform/core/ToolSpecification.h"
 
 #include <QMetaType>
 #include <QString>
 #include <QVariantList>
+
+#include <utility>
 
 namespace Varn {
 
@@ -40,6 +43,18 @@ void ToolErrorConverter::convertErrors(const QVariantMap &tool, Errors &errors)
     for (const QVariant &entry : listOf(tool))
         if (entry.canConvert<QVariantMap>())
             errors.push_back(ToolErrorFactory::make(entry));
+}
+
+void ToolErrorConverter::convertErrors(const ToolSpecification &record, QVariantMap &tool)
+{
+    convertErrors(record.getErrors(), tool);
+}
+
+void ToolErrorConverter::convertErrors(const QVariantMap &tool, ToolSpecification &record)
+{
+    Errors errors;
+    convertErrors(tool, errors);
+    record.setErrors(std::move(errors));
 }
 
 void ToolErrorConverter::convertError(const std::shared_ptr<ToolError> &error, QVariantMap &tool)

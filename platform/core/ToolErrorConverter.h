@@ -11,6 +11,8 @@
 
 namespace Varn {
 
+class ToolSpecification;
+
 class VARN_PLATFORM_EXPORT ToolErrorConverter
 {
 public:
@@ -22,6 +24,10 @@ public:
 
     /// The entries of the list that are maps, in their order.
     static void convertErrors(const QVariantMap &tool, Errors &errors);
+
+    // The same with the faults of a tool's record; those that it had before are replaced.
+    static void convertErrors(const ToolSpecification &record, QVariantMap &tool);
+    static void convertErrors(const QVariantMap &tool, ToolSpecification &record);
 
     /// The first form for one.
     static void convertError(const std::shared_ptr<ToolError> &error, QVariantMap &tool);

@@ -1,11 +1,13 @@
 #include "platform/core/ToolErrorConverter.h"
 
 #include "platform/core/ToolErrorFactory.h"
+#include "platform/core/ToolSpecification.h"
 
 #include <gtest/gtest.h>
 
 using Varn::ToolErrorConverter;
 using Varn::ToolErrorFactory;
+using Varn::ToolSpecification;
 
 TEST(ToolErrorConverter, ErrorsAreAppendedToTheList)
 {
@@ -38,6 +40,23 @@ TEST(ToolErrorConverter, AMemberThatIsNoListIsReplaced)
         ASSERT_EQ(tool["errors"].toList().size(), 1);
         EXPECT_EQ(tool["errors"].toList()[0].toMap()["code"], 3104);
     }
+}
+
+TEST(ToolErrorConverter, ARecordGivesAndTakesItsFaults)
+{
+    ToolSpecification record;
+    record.setErrors({ToolErrorFactory::make(3201, L"a", L"1"), ToolErrorFactory::make(2201, L"b", L"2")});
+    QVariantMap tool;
+    ToolErrorConverter::convertErrors(record, tool);
+    ASSERT_EQ(tool["errors"].toList().size(), 2);
+    ToolSpecification other;
+    other.setErrors({ToolErrorFactory::make(4001)});
+    ToolErrorConverter::convertErrors(tool, other);
+    ASSERT_EQ(other.getErrors().size(), 2u);
+    EXPECT_EQ(other.getErrors()[1]->getParameter(), L"b");
+    EXPECT_TRUE(other.getErrors()[1]->isWarning());
+    ToolErrorConverter::convertErrors(QVariantMap(), other);
+    EXPECT_TRUE(other.getErrors().empty());
 }
 
 TEST(ToolErrorConverter, ErrorsComeBackFromTheList)
