@@ -1,5 +1,8 @@
 #include "ToolLibrary/Interface/Private/SearchText.h"
 
+#include "platform/utils/Messages.h"
+
+#include <cstring>
 #include <cwctype>
 
 namespace Varn::ToolLibraries::SearchText {
@@ -7,6 +10,7 @@ namespace Varn::ToolLibraries::SearchText {
 namespace {
 
 constexpr std::wstring_view inchSuffix = L"in";
+constexpr std::size_t longestPlain = 32; // up to which a needle that nearly fits everywhere may be compared everywhere
 
 bool isDigit(wchar_t c)
 {
@@ -33,6 +37,22 @@ std::wstring normalised(std::wstring_view text)
         }
     }
     return result;
+}
+
+bool contains(std::wstring_view text, std::wstring_view needle)
+{
+    if (needle.size() <= longestPlain || needle.size() > text.size())
+        return text.find(needle) != std::wstring_view::npos;
+    return find(Messages::fromWideUnicodeToUTF8(text), Messages::fromWideUnicodeToUTF8(needle)) !=
+           std::string_view::npos;
+}
+
+std::size_t find(std::string_view text, std::string_view needle, std::size_t from)
+{
+    if (needle.size() <= longestPlain || from > text.size())
+        return text.find(needle, from);
+    const void *found = memmem(text.data() + from, text.size() - from, needle.data(), needle.size());
+    return found ? static_cast<std::size_t>(static_cast<const char *>(found) - text.data()) : std::string_view::npos;
 }
 
 } // namespace Varn::ToolLibraries::SearchText

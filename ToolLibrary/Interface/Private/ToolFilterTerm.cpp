@@ -44,7 +44,7 @@ ToolFilterTerm::~ToolFilterTerm() = default;
 bool SearchTerm::passes(const IndexedTool &tool, const ToolLibraryLocator &) const
 {
     const auto isIn = [this](const std::wstring &text) {
-        return !text.empty() && SearchText::normalised(text).find(m_needle) != std::wstring::npos;
+        return !text.empty() && SearchText::contains(SearchText::normalised(text), m_needle);
     };
     return isIn(tool.getComment()) || isIn(tool.getProductId()) || isIn(tool.getVendor()) || isIn(tool.getName());
 }

@@ -81,7 +81,7 @@ void SearchColumn::search(std::wstring_view needle, ToolMarks &marks) const
         const std::string_view text = piece.text;
         const auto endOfMarks = mark + static_cast<std::ptrdiff_t>(piece.ends.size());
         auto end = piece.ends.begin();
-        for (std::size_t at = 0; (at = text.find(bytes, at)) != std::string_view::npos; at = *end++) {
+        for (std::size_t at = 0; (at = SearchText::find(text, bytes, at)) != std::string_view::npos; at = *end++) {
             const auto hit = std::upper_bound(end, piece.ends.end(), at);
             std::fill_n(mark, hit - end, std::uint8_t{0});
             mark += hit - end + 1;
