@@ -7,6 +7,7 @@
 
 #include <cmath>
 #include <optional>
+#include <set>
 #include <stdexcept>
 #include <utility>
 
@@ -98,11 +99,12 @@ ToolSorter::Order ToolSorter::createSortFunction(std::string_view sortState)
 std::vector<ToolSorter::Key> ToolSorter::keysOf(std::string_view sortState)
 {
     std::vector<Key> keys;
+    std::set<std::string> known; // what a key leaves open, its repetition does not decide
     const Json::Value elements = ToolKeys::parseState(sortState);
     for (const Json::Value &element : elements) {
         std::string key = element["key"].asString();
         const bool isDescending = element["order"].asString() != ascending;
-        if (const std::optional<Key::Kind> kind = kindOf(key))
+        if (const std::optional<Key::Kind> kind = kindOf(key); kind && known.insert(key).second)
             keys.push_back({*kind, std::move(key), isDescending});
     }
     return keys;

@@ -57,7 +57,8 @@ public:
     /// do with that.
     static Order createSortFunction(std::string_view sortState);
 
-    /// The keys of a request. Throws Json::Exception for an element that is no object, or whose members are no texts.
+    /// The keys of a request, each once. Throws Json::Exception for an element that is no object, or whose members are
+    /// no texts.
     static std::vector<Key> keysOf(std::string_view sortState);
 
     static std::partial_ordering compareNaturalOrdering(std::wstring_view a, std::wstring_view b,

@@ -14,7 +14,16 @@ namespace Varn::ToolLibraries {
 
 namespace {
 
-constexpr std::size_t mostNotes = 64; // of writes, each of which costs a pass over every order
+constexpr std::size_t mostNotes = 64;   // of writes, each of which costs a pass over every order
+constexpr std::size_t mostColumns = 64; // of each kind: keys are texts that anybody may think of
+
+/// Makes room for one more column.
+template <typename Columns>
+void makeRoom(Columns &columns)
+{
+    if (columns.size() >= mostColumns)
+        columns.clear();
+}
 
 PageColumns::Basics basicsOf(const IndexedTool &tool)
 {
@@ -68,39 +77,36 @@ void PageColumns::overTools(const Visit &visit) const
 const std::vector<PageColumns::Basics> &PageColumns::basics()
 {
     if (m_basics.size() != m_size) {
-        m_basics.resize(m_size);
-        overTools([this](ToolRow row, const IndexedTool &tool) { m_basics[row] = basicsOf(tool); });
+        std::vector<Basics> basics(m_size);
+        overTools([&](ToolRow row, const IndexedTool &tool) { basics[row] = basicsOf(tool); });
+        m_basics = std::move(basics);
     }
     return m_basics;
 }
 
 const PageColumns::Numbers &PageColumns::numbers(const std::string &key)
 {
-    const auto [column, isNew] = m_numbers.try_emplace(key);
-    Numbers &numbers = column->second;
-    if (isNew) {
-        numbers.values.resize(m_size);
-        numbers.isPresent.resize(m_size);
-        overTools(
-            [&](ToolRow row, const IndexedTool &tool) { setNumber(numbers, row, ToolKeys::numberOf(tool, key)); });
-    }
-    return numbers;
+    if (const auto found = m_numbers.find(key); found != m_numbers.end())
+        return found->second;
+    Numbers numbers{std::vector<double>(m_size), std::vector<std::uint8_t>(m_size)};
+    overTools([&](ToolRow row, const IndexedTool &tool) { setNumber(numbers, row, ToolKeys::numberOf(tool, key)); });
+    makeRoom(m_numbers);
+    return m_numbers.try_emplace(key, std::move(numbers)).first->second;
 }
 
 const PropertyColumn &PageColumns::property(std::string_view property)
 {
-    auto found = m_properties.find(property);
-    if (found == m_properties.end()) {
-        found = m_properties.try_emplace(std::string(property)).first;
-        for (ToolRow row = 0; row < m_size; ++row)
-            found->second.append(toolOf(row).getRawProperty(property));
-    }
-    return found->second;
+    if (const auto found = m_properties.find(property); found != m_properties.end())
+        return found->second;
+    PropertyColumn column;
+    for (ToolRow row = 0; row < m_size; ++row)
+        column.append(toolOf(row).getRawProperty(property));
+    makeRoom(m_properties);
+    return m_properties.try_emplace(std::string(property), std::move(column)).first->second;
 }
 
 NameColumn &PageColumns::names()
 {
-    dropForeignLanguage();
     if (!m_names) {
         std::vector<std::wstring> names(m_size);
         std::vector<Basics> basics(m_size);
@@ -117,11 +123,10 @@ NameColumn &PageColumns::names()
 
 const SearchColumn &PageColumns::searchTexts()
 {
-    dropForeignLanguage();
     if (!m_searchTexts) {
         const NameColumn &nameOf = names();
+        SearchColumn texts;
         SearchColumn behind;
-        SearchColumn &texts = m_searchTexts.emplace();
         const auto append = [&](SearchColumn &column, ToolRow begin, ToolRow end) {
             for (ToolRow row = begin; row < end; ++row)
                 column.append(IndexedTool(m_source.toolOfRow(row), nameOf[row]));
@@ -129,13 +134,13 @@ const SearchColumn &PageColumns::searchTexts()
         sideBySide(
             m_size, [&] { append(texts, 0, m_size / 2); }, [&] { append(behind, m_size / 2, m_size); });
         texts.append(std::move(behind));
+        m_searchTexts.emplace(std::move(texts));
     }
     return *m_searchTexts;
 }
 
 const std::vector<std::uint64_t> &PageColumns::typeRanks()
 {
-    dropForeignLanguage();
     if (!m_typeRanks.empty())
         return m_typeRanks;
     std::map<std::wstring, std::vector<int>> typesOfName;
@@ -143,13 +148,14 @@ const std::vector<std::uint64_t> &PageColumns::typeRanks()
         typesOfName[ToolSpecification::getToolTypeAsLocalizedString(static_cast<ToolGeometry::Type>(type))
                         .asWideString()]
             .push_back(type);
-    m_typeRanks.resize(ToolGeometry::TYPE_PLUNGE_MILL + 1);
+    std::vector<std::uint64_t> ranks(ToolGeometry::TYPE_PLUNGE_MILL + 1);
     std::uint64_t rank = 0;
     for (const auto &[name, types] : typesOfName) {
         for (const int type : types)
-            m_typeRanks[static_cast<std::size_t>(type)] = rank;
+            ranks[static_cast<std::size_t>(type)] = rank;
         ++rank;
     }
+    m_typeRanks = std::move(ranks);
     return m_typeRanks;
 }
 
@@ -167,34 +173,41 @@ void PageColumns::dropForeignLanguage()
 
 const ToolRows *PageColumns::order(std::string_view sortState)
 {
-    dropForeignLanguage();
     return m_orders.find(sortState, *this);
 }
 
-void PageColumns::noteUpdated(ToolRow row)
+bool PageColumns::isWorthNotes(std::size_t added) const
+{
+    return m_removed.size() + m_updated.size() + added <= mostNotes;
+}
+
+bool PageColumns::noteUpdated(ToolRow row)
 {
     if (row < m_size - m_removed.size())
         m_updated.insert(row);
+    return isWorthNotes(0);
 }
 
-void PageColumns::noteRemoved(ToolRow row)
+bool PageColumns::noteRemoved(ToolRow row)
 {
     if (row >= m_size - m_removed.size())
-        return; // one that came after the columns were made
+        return true; // one that came after the columns were made
     m_removed.push_back(row);
     std::set<ToolRow> updated;
     for (const ToolRow other : m_updated)
         if (other != row)
             updated.insert(other > row ? other - 1 : other);
     m_updated = std::move(updated);
+    return isWorthNotes(0);
 }
 
 bool PageColumns::refresh()
 {
     const auto known = static_cast<ToolRow>(m_size - m_removed.size());
     const ToolRow size = m_source.numberOfRows();
-    if (m_removed.size() + m_updated.size() + (size - known) > mostNotes)
+    if (!isWorthNotes(size - known))
         return false;
+    dropForeignLanguage();
     removeRows(asOfOneTime(std::exchange(m_removed, {})));
     ToolRows changed(m_updated.begin(), m_updated.end());
     m_updated.clear();
@@ -228,7 +241,6 @@ void PageColumns::changeRows(const ToolRows &changed)
 {
     if (changed.empty())
         return;
-    dropForeignLanguage();
     const ToolRow known = m_size;
     m_size = std::max(m_size, changed.back() + 1);
     if (!m_basics.empty() || known == 0)

@@ -58,12 +58,13 @@ public:
     /// values of two kinds, which cannot be compared, and names whose equal numbers are written differently.
     const ToolRows *order(std::string_view sortState);
 
-    // A write to the source: a tool was changed in its place, or taken out of it. One at the end needs no note.
-    void noteUpdated(ToolRow row);
-    void noteRemoved(ToolRow row);
+    // A write to the source: a tool was changed in its place, or taken out of it. One at the end needs no note. False
+    // when so much was written that making all anew costs less; then this object is of no more use.
+    bool noteUpdated(ToolRow row);
+    bool noteRemoved(ToolRow row);
 
-    /// Brings all that is kept up to date. False when so much was written that making it anew costs less; then this
-    /// object is of no more use.
+    /// Brings all that is kept up to date, with the writes and with the language, which stays the same until the next
+    /// call. False as for a note.
     bool refresh();
 
     std::size_t memory() const; ///< bytes
@@ -72,6 +73,7 @@ private:
     IndexedTool toolOf(ToolRow row) const;
     template <typename Visit>
     void overTools(const Visit &visit) const;
+    bool isWorthNotes(std::size_t added) const;
     void dropForeignLanguage();
     void removeRows(const ToolRows &removed);
     void changeRows(const ToolRows &changed);

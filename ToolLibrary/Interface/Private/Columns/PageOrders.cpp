@@ -18,6 +18,7 @@ using Key = ToolSorter::Key;
 using Ordinals = std::vector<std::uint64_t>; // by row, in the ascending order of a key
 
 constexpr std::size_t mostOrders = 8;
+constexpr std::size_t mostKeys = 8; // each needs a column; a request with more of them is sorted tool by tool
 
 std::uint64_t ordinalOf(const PageColumns::Numbers &numbers, ToolRow row)
 {
@@ -94,6 +95,13 @@ std::partial_ordering compare(const Key &key, PageColumns &columns, ToolRow a, T
     return propertyOf(key, columns).compare(a, b);
 }
 
+/// Tools of one GUID, such as those that repeat the member, stay in the order of the library.
+bool comesBeforeByGuid(const std::vector<PageColumns::Basics> &basics, ToolRow a, ToolRow b)
+{
+    const int order = Guid::compare(basics[a].guid, basics[b].guid);
+    return order != 0 ? order < 0 : a < b;
+}
+
 bool comesBefore(const std::vector<Key> &keys, PageColumns &columns, ToolRow a, ToolRow b)
 {
     for (const Key &key : keys) {
@@ -101,7 +109,7 @@ bool comesBefore(const std::vector<Key> &keys, PageColumns &columns, ToolRow a, 
         if (order != 0)
             return (order < 0) != key.isDescending;
     }
-    return Guid::compare(columns.basics()[a].guid, columns.basics()[b].guid) < 0;
+    return comesBeforeByGuid(columns.basics(), a, b);
 }
 
 } // namespace
@@ -128,6 +136,8 @@ std::optional<ToolRows> PageOrders::make(const Keys &keys, PageColumns &columns)
         std::uint64_t ordinal; // of the first key
         ToolRow row;
     };
+    if (keys.size() > mostKeys)
+        return std::nullopt;
     std::vector<Ordinals> ordinalsOfKeys;
     for (const Key &key : keys) {
         std::optional<Ordinals> ordinals = ordinalsOf(key, columns);
@@ -148,7 +158,7 @@ std::optional<ToolRows> PageOrders::make(const Keys &keys, PageColumns &columns)
         for (std::size_t key = 1; key < ordinalsOfKeys.size(); ++key)
             if (ordinalsOfKeys[key][a.row] != ordinalsOfKeys[key][b.row])
                 return ordinalsOfKeys[key][a.row] < ordinalsOfKeys[key][b.row];
-        return Guid::compare(basics[a.row].guid, basics[b.row].guid) < 0;
+        return comesBeforeByGuid(basics, a.row, b.row);
     });
     ToolRows rows;
     rows.reserve(entries.size());

@@ -4,8 +4,15 @@
 #include "ToolLibrary/Interface/Private/Columns/RowUpkeep.h"
 
 #include <cmath>
+#include <utility>
 
 namespace Varn::ToolLibraries {
+
+namespace {
+
+constexpr std::size_t fewTexts = 64; // that no tool has any more, and that are not worth the work
+
+} // namespace
 
 std::uint64_t PropertyColumn::idOf(const std::string &text)
 {
@@ -43,6 +50,17 @@ void PropertyColumn::replace(ToolRow row, const std::optional<Tool::Property> &v
     m_kinds[row] = made.kind;
     m_ordinals[row] = made.ordinal;
     ++m_counts[std::size_t(made.kind)];
+    if (m_textOfId.size() > 2 * m_kinds.size() + fewTexts)
+        forgetUnusedTexts();
+}
+
+void PropertyColumn::forgetUnusedTexts()
+{
+    const auto known = std::exchange(m_idOfText, {}); // the old texts, for as long as they are read
+    const std::vector<const std::string *> textOfId = std::exchange(m_textOfId, {});
+    for (std::size_t row = 0; row < m_kinds.size(); ++row)
+        if (m_kinds[row] == Kind::Text)
+            m_ordinals[row] = idOf(*textOfId[m_ordinals[row]]);
 }
 
 void PropertyColumn::remove(const ToolRows &removed)

@@ -48,6 +48,7 @@ private:
     };
     Value valueOf(const std::optional<Tool::Property> &value);
     std::uint64_t idOf(const std::string &text);
+    void forgetUnusedTexts();
 
     std::vector<Kind> m_kinds;
     std::vector<std::uint64_t> m_ordinals;

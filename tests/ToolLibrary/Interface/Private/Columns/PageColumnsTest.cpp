@@ -3,11 +3,8 @@
 #include "support/Failure.h"
 #include "support/LibraryFile.h"
 #include "support/LibraryGenerator.h"
+#include "support/PageSources.h"
 
-#include "ToolLibrary/Interface/Private/ToolPageAggregator.h"
-#include "ToolLibrary/Interface/Private/ToolSourceSink/RapidjsonToolLibrary.h"
-#include "platform/tool/JsonText.h"
-#include "platform/utils/Abortable.h"
 #include "platform/utils/LocaleRegistry.h"
 
 #include <gmock/gmock.h>
@@ -20,43 +17,6 @@ using namespace Varn::ToolLibraries;
 using Varn::LocaleRegistry;
 
 namespace {
-
-/// Hides what a library keeps.
-class PlainSource : public ToolSource
-{
-public:
-    explicit PlainSource(std::shared_ptr<RapidjsonToolLibrary> library) : m_library(std::move(library)) {}
-    std::string toJson() const override { return m_library->toJson(); }
-    std::optional<std::shared_ptr<Tool>> get(ToolId id) const override { return m_library->get(id); }
-    unsigned int numberOfTools() const override { return m_library->numberOfTools(); }
-    std::vector<ToolId> getToolIds() const override { return m_library->getToolIds(); }
-    int getVersion() const override { return m_library->getVersion(); }
-
-private:
-    std::unique_ptr<const Tool> at(unsigned int index) const override { return m_library->toolOfRow(index); }
-
-    std::shared_ptr<RapidjsonToolLibrary> m_library;
-};
-
-std::shared_ptr<RapidjsonToolLibrary> libraryOf(const std::string &text)
-{
-    return RapidjsonToolLibrary::fromString(text, Varn::AbortableImpl());
-}
-
-std::string pageOf(const std::shared_ptr<ToolSource> &source, const ToolPageRequest &request)
-{
-    try {
-        return JsonText::print(ToolPageAggregator([&](const auto &) { return source; }).fetchPage(request)->value());
-    } catch (const std::exception &failure) {
-        return failure.what();
-    }
-}
-
-void expectSamePages(const std::shared_ptr<RapidjsonToolLibrary> &library, const ToolPageRequest &request)
-{
-    ASSERT_EQ(pageOf(library, request), pageOf(std::make_shared<PlainSource>(library), request))
-        << request.filtersState() << " " << request.searchQuery() << " " << request.sortState();
-}
 
 const ToolLibraryLocator here(L"custom://a.json");
 
