@@ -109,6 +109,60 @@ TEST(ToolNameGenerator, TurningToolsHaveTheDesignationsOfInsertAndHolder)
         EXPECT_EQ(nameOf(row.members), row.name) << row.members;
 }
 
+TEST(ToolNameGenerator, EveryKindOfToolHasItsName)
+{
+    const Row rows[] = {
+        {R"("type":"bull nose end mill","unit":"inches","post-process":{"number":12},"geometry":{"DC":0.75,"RE":0.03125})",
+         "12 - ∅3/4\" R1/32\" (Bull nose end mill)"},
+        {R"("type":"drill","unit":"inches","geometry":{"DC":0.201,"SIG":135},"description":"No. 7")",
+         "∅0.201\" 135° (No. 7)"},
+        {R"("type":"right hand tap","unit":"millimeters","geometry":{"DC":8,"TP":1.25,"RE":0,"TA":0})",
+         "∅8mm (Right hand tap)"},
+        {R"("type":"tapered mill","unit":"millimeters","geometry":{"DC":2,"RE":0.25,"TA":7.25},"description":"Taper")",
+         "∅2mm R0.25mm 7.3° (Taper)"},
+        {R"("type":"probe","unit":"inches","geometry":{"DC":0.2362})", "∅0.2362\" (Probe)"},
+        {R"("type":"holder","unit":"millimeters","geometry":{"DC":63},"post-process":{"number":5})", "5 - Holder"},
+        {R"("type":"turning threading","unit":"inches","geometry":{"DC":1,"SC":"C","RA":0},"holder":{"HAND":"R"})",
+         "Turning threading"},
+        {R"("type":"turning grooving","unit":"inches","post-process":{"number":2},"holder":{"HAND":"L"})",
+         "2 - Turning grooving"},
+        {R"("type":"laser cutter","unit":"millimeters","geometry":{"DC":0.2})", "Laser cutter"},
+        {R"("type":"form mill","unit":"millimeters","geometry":{"DC":16},"description":"Rounding")",
+         "∅16mm (Rounding)"},
+    };
+    for (const Row &row : rows)
+        EXPECT_EQ(nameOf(row.members), row.name) << row.members;
+}
+
+TEST(ToolNameGenerator, ADesignationIsThatOfTheUnitAndOfTheMeasureOfTheSize)
+{
+    // A rhombus of 80 degrees: the cutting edge is 1.01543 times as long as the inscribed circle.
+    const struct {
+        const char *unit;
+        const char *mode;
+        const char *size;
+        const char *code; ///< of the size
+    } rows[] = {
+        {"millimeters", "IC", "12.7", "12"},    {"millimeters", "IC", "12.8959", "??"},
+        {"millimeters", "CE", "12.8959", "12"}, {"millimeters", "CE", "12.7", "??"},
+        {"inches", "IC", "0.5", "4"},           {"inches", "IC", "0.507713", "??"},
+        {"inches", "CE", "0.507713", "4"},      {"inches", "CE", "0.5", "??"},
+        {"millimeters", "", "12.7", "12"},      {"inches", "CE ", "0.5", "4"},
+    };
+    for (const auto &row : rows) {
+        const bool isInch = row.unit == std::string("inches");
+        std::string members = turning(row.unit,
+                                      R"("SC":"C","RA":7,"TC":"M","SCTY":"T","SIZE_SPECIFICATION_MODE":")" +
+                                          std::string(row.mode) + R"(","INSD":)" + row.size +
+                                          (isInch ? R"(,"S":0.15625,"RE":0.015625)" : R"(,"S":3.97,"RE":0.4)"),
+                                      R"("HAND":"L","THSC":"boring bar l","MTP":"S")");
+        const std::string name = "CCMT" + std::string(row.code) + (isInch ? "2.51" : "T304") + " - SCLC-L (T)";
+        EXPECT_EQ(nameOf(members), name);
+        members.replace(members.find("turning general"), 15, "turning boring");
+        EXPECT_EQ(nameOf(members), name) << "boring tools have the same";
+    }
+}
+
 TEST(ToolNameGenerator, CustomInsertsAndHoldersHaveTheirSizes)
 {
     const struct {
