@@ -126,7 +126,7 @@ TEST(ToolSorter, TwoKindsUnderOneKeyRaise)
 TEST(ToolSorter, TypesGoByNameAndUnitsByText)
 {
     const auto type = [](const char *keyword) { return R"("type":")" + std::string(keyword) + "\""; };
-    EXPECT_THAT(sorted(byProperty("tool_type"), {type("tap right hand"), type("ball end mill"), type("drill")}),
+    EXPECT_THAT(sorted(byProperty("tool_type"), {type("right hand tap"), type("ball end mill"), type("drill")}),
                 ElementsAre(2, 3, 1));
     EXPECT_THAT(sorted(byProperty("tool_unit"), {R"("unit":"millimeters")", R"("unit":"inches")"}), ElementsAre(2, 1));
 }
