@@ -33,10 +33,19 @@ std::size_t endOfNumber(const std::wstring &text, std::size_t at)
     return at;
 }
 
-/// Whether the C library reads on behind the digits: an exponent, or what follows the x of a hexadecimal number.
+/// Decimal points of other locales than "C": the C library reads numbers in that of the host.
+bool isForeignPoint(wchar_t c)
+{
+    return c == L',' || c == L'\x066B'; // Arabic
+}
+
+/// Whether the C library may read on behind the digits: a decimal point, an exponent, or what follows the x of a
+/// hexadecimal number.
 bool goesOnAsNumber(const std::wstring &text, std::size_t begin, std::size_t end)
 {
     const auto at = [&text](std::size_t i) { return i < text.size() ? text[i] : L'\0'; };
+    if (isForeignPoint(at(end)))
+        return true;
     if (at(end) == L'x' || at(end) == L'X')
         return end - begin == 1 && at(begin) == L'0';
     const bool isSigned = at(end + 1) == L'+' || at(end + 1) == L'-';
@@ -61,7 +70,7 @@ double numberAt(const std::wstring &text, std::size_t at, std::size_t end)
 bool continuesNumber(wchar_t c)
 {
     return isNumberCharacter(c) || (c >= L'a' && c <= L'f') || (c >= L'A' && c <= L'F') || c == L'x' || c == L'X' ||
-           c == L'p' || c == L'P' || c == L'+' || c == L'-' || c == L',';
+           c == L'p' || c == L'P' || c == L'+' || c == L'-' || isForeignPoint(c);
 }
 
 /// A place up to which both texts are the same, and at which no number is under way.
