@@ -8,8 +8,6 @@
 
 #include <gmock/gmock.h>
 
-#include <chrono>
-
 using namespace TestSupport;
 using namespace Varn::ToolLibraries;
 using Varn::LocaleRegistry;
@@ -33,14 +31,6 @@ std::string propertyKey(int number)
 Library generated(int count)
 {
     return libraryOf(LibraryGenerator({QStringLiteral("--count"), QString::number(count)}).text());
-}
-
-template <typename Work>
-double secondsOf(const Work &work)
-{
-    const auto start = std::chrono::steady_clock::now();
-    work();
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
 }
 
 /// Writes a library's every tool, then removes it.
@@ -166,23 +156,21 @@ TEST(PageColumnsLimits, TextsThatNoToolHasAnyMoreAreForgotten)
     EXPECT_THAT(marks, testing::ElementsAre(1, 0));
 }
 
-TEST(PageColumnsLimits, ManyWritesCostNoMoreWithColumnsThanWithout)
+TEST(PageColumnsLimits, ALibraryThatIsEmptiedToolByToolHasEmptyPages)
 {
-    const Library with = generated(6000);
-    const Library without = generated(6000);
-    pageOf(with, request("", "mill", byName));
-    const double bare = secondsOf([&] { writeAndEmpty(*without); });
-    const double kept = secondsOf([&] { writeAndEmpty(*with); });
-    EXPECT_LE(kept, 3 * bare + 0.2);
-    expectSamePages(with, request("", "mill", byName));
+    const Library library = generated(6000);
+    pageOf(library, request("", "mill", byName));
+    writeAndEmpty(*library);
+    expectSamePages(library, request("", "mill", byName));
+    EXPECT_LE(library->useColumns()->memory(), 1'000U);
 }
 
-TEST(PageColumnsLimits, ATextThatNearlyIsTheQueryAtEveryPlaceTakesNoTime)
+TEST(PageColumnsLimits, ATextThatNearlyIsTheQueryAtEveryPlaceDoesNotMatch)
 {
     const std::string text(1'000'000, 'a');
     const std::string query = std::string(500'000, 'a') + "b";
     const Library library = libraryOf(
         libraryText({toolText(1, R"("vendor":")" + text + "\""), toolText(2, R"("vendor":")" + text + "b\"")}));
-    EXPECT_LE(secondsOf([&] { expectSamePages(library, request("", query, "")); }), 2.0);
+    expectSamePages(library, request("", query, ""));
     EXPECT_THAT(pageOf(library, request("", query, "")), testing::HasSubstr(R"("matched":1,)"));
 }
