@@ -1,7 +1,9 @@
 // ToolSelection.h -- names a tool and, optionally, one of its feeds and speeds presets. A value type, any thread.
 #pragma once
 
+#include "ToolLibrary/ToolLibraryExport.h"
 #include "platform/core/ToolFeedsAndSpeedsPresetId.h"
+#include "platform/tool/JSONSerializable.h"
 #include "platform/tool/ToolId.h"
 
 #include <optional>
@@ -9,7 +11,7 @@
 
 namespace Varn::ToolLibraries {
 
-class ToolSelection
+class TOOL_LIBRARY_EXPORT ToolSelection : public JSONSerializable
 {
 public:
     ToolSelection(const ToolId &toolId, std::optional<ToolFeedsAndSpeedsPresetId> presetId)
@@ -19,6 +21,9 @@ public:
 
     const ToolId &toolId() const { return m_toolId; }
     const std::optional<ToolFeedsAndSpeedsPresetId> &presetId() const { return m_presetId; }
+
+    /// {"toolId": GUID, "presetId": text}, the latter only when there is one.
+    std::string toJson() const override;
 
 private:
     ToolId m_toolId;

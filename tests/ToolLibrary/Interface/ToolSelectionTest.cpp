@@ -27,6 +27,13 @@ TEST(ToolSelection, DoesWithoutAPreset)
     EXPECT_EQ(ToolSelection(tool, std::nullopt).presetId(), std::nullopt);
 }
 
+TEST(ToolSelection, PrintsBoth)
+{
+    EXPECT_EQ(ToolSelection(tool, ToolFeedsAndSpeedsPresetId(L"a \"ä\"")).toJson(),
+              R"({"presetId":"a \"ä\"","toolId":")" + guidOf(1) + "\"}");
+    EXPECT_EQ(ToolSelection(tool, std::nullopt).toJson(), R"({"toolId":")" + guidOf(1) + "\"}");
+}
+
 TEST(ToolSelection, TakesOverAnother)
 {
     const ToolSelection one(tool, preset);
