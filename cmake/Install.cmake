@@ -13,7 +13,9 @@ install(DIRECTORY util/utility DESTINATION ${header_dir}/util FILES_MATCHING PAT
 install(DIRECTORY platform DESTINATION ${header_dir} FILES_MATCHING PATTERN "*.h" PATTERN "data" EXCLUDE)
 install(DIRECTORY ToolLibrary/Interface DESTINATION ${header_dir}/ToolLibrary
         FILES_MATCHING PATTERN "*.h" PATTERN "Private" EXCLUDE)
-install(FILES ToolLibrary/ToolLibraryExport.h DESTINATION ${header_dir}/ToolLibrary)
+install(FILES ToolLibrary/ToolLibraryExport.h ToolLibrary/ToolLibraryParameter.h ToolLibrary/ToolLibraryParameters.def
+              ToolLibrary/ToolLibraryParametersEnum.h
+        DESTINATION ${header_dir}/ToolLibrary)
 install(FILES ToolLibrary/IO/ToolLibraryUrl.h DESTINATION ${header_dir}/ToolLibrary/IO)
 # The loader is for hosts too, with the faces of what it loads.
 foreach(header DiskLibrary ExportableLibrary ToolLibraryLocatorInterrogator ToolSink ToolSource ToolSourceLoader)
