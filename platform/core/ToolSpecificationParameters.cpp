@@ -68,7 +68,7 @@ void ToolSpecification::syncFromParameters(const ParameterTable &table, bool wit
         setType(getToolTypeFromStringNoThrow(table.getWideMessage(L"tool_type")));
     setUnit(table.isMetric() ? NCUnit::millimeters : NCUnit::inches);
     if (table.hasParameter(L"tool_unit"))
-        setUnit(NCUnit::getAsUnit(table.getWideMessage(L"tool_unit")));
+        setUnit(NCUnit::getAsUnit(table.getWideMessage(L"tool_unit")).valueOr(NCUnit::millimeters));
 
     forEachParameter(getType(), [&](const auto &access, const auto &field, const std::wstring &name) {
         RecordParameters::read(table, name, parameterName({}, field.switchName), getUnit(),

@@ -8,9 +8,11 @@ constexpr double millimetersPerInch = 25.4;
 
 } // namespace
 
-NCUnit::Unit NCUnit::getAsUnit(std::wstring_view text)
+Validified<NCUnit::Unit> NCUnit::getAsUnit(std::wstring_view text)
 {
-    return text == L"inches" ? inches : millimeters;
+    if (text == L"inches")
+        return inches;
+    return text == L"millimeters" ? Validified<Unit>(millimeters) : Validified<Unit>();
 }
 
 std::wstring NCUnit::getUnitAsString(Unit unit)

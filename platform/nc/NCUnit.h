@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/VarnPlatformExport.h"
+#include "util/utility/Validified.h"
 
 #include <string>
 #include <string_view>
@@ -17,8 +18,9 @@ public:
         millimeters = 1,
     };
 
-    /// Reads "inches" or "millimeters", compared exactly. Any other text gives millimeters.
-    static Unit getAsUnit(std::wstring_view text);
+    /// The unit of "inches" or "millimeters", compared exactly; invalid for any other text, which tools take as
+    /// millimeters.
+    static Validified<Unit> getAsUnit(std::wstring_view text);
 
     /// The text that stands under "unit" in a tool map.
     static std::wstring getUnitAsString(Unit unit);

@@ -120,7 +120,7 @@ std::optional<NCUnit::Unit> IndexedTool::getUnit(std::string_view key) const
     if (key != "tool_unit")
         return std::nullopt;
     if (!m_unit)
-        m_unit = NCUnit::getAsUnit(m_tool->getWString(key).value_or(std::wstring()));
+        m_unit = NCUnit::getAsUnit(m_tool->getWString(key).value_or(std::wstring())).valueOr(NCUnit::millimeters);
     return m_unit;
 }
 
