@@ -16,7 +16,15 @@ std::optional<ToolGeometryTypes::Hand> TurningToolParameterization::getHandFromC
 
 char TurningToolParameterization::getHandAsChar(Types::Hand hand)
 {
-    return static_cast<char>(hand);
+    switch (hand) {
+    case Types::HAND_LEFT:
+        return 'L';
+    case Types::HAND_NEUTRAL:
+        return 'N';
+    case Types::HAND_RIGHT:
+        break;
+    }
+    return 'R';
 }
 
 } // namespace Varn

@@ -56,7 +56,7 @@ struct VARN_PLATFORM_EXPORT TurningToolParameterization {
 
     /// The hand of its letter, in upper case; nothing for any other character.
     static std::optional<Types::Hand> getHandFromChar(char letter);
-    static char getHandAsChar(Types::Hand hand);
+    static char getHandAsChar(Types::Hand hand); ///< 'R' for a value that is no hand
 
     // clang-format off
     static constexpr auto fields = std::tuple{

@@ -208,3 +208,26 @@ TEST_F(ToolSpecificationXml, APresetHoldsWhatItsKindHas)
     EXPECT_THAT(preset, testing::HasSubstr("tool_feedProbeMeasure"));
     EXPECT_THAT(preset, testing::Not(testing::HasSubstr("tool_spindleSpeed=")));
 }
+
+TEST_F(ToolSpecificationXml, AValueThatIsNoEnumeratorIsWrittenAsOne)
+{
+    ToolSpecification tool;
+    tool.getTurningParameterization().hand = ToolGeometry::Hand(0);
+    tool.getTurningParameterization().insertType = ToolGeometry::InsertType(99);
+    tool.getTurningParameterization().holderType = ToolGeometry::HolderType(-5);
+    tool.getTurningParameterization().compensation = ToolGeometry::CompensationMode(99);
+    tool.cutting().taperedType = ToolGeometry::TaperedType(99);
+    tool.cutting().threadTipType = ToolGeometry::ThreadTipType(-1);
+    tool.cutting().coolantSupport = ToolGeometry::CoolantSupport(99);
+    tool.nc().material = Varn::NCTool::Material(99);
+    tool.toolBlock().orientationType = Varn::ToolBlock::OrientationType(99);
+    tool.currentValues().coolant = Varn::NCTool::Coolant(99);
+    tool.currentValues().feedMode = Varn::ToolFeedMode(99);
+    tool.currentValues().materialCategory = ToolSpecification::PresetMaterialCategory(99);
+    const auto back = toolOf(textOf(tool));
+    ASSERT_TRUE(back) << back.error();
+    EXPECT_EQ(back->getTurningParameterization().hand, ToolGeometry::HAND_RIGHT);
+    EXPECT_EQ(back->getTurningParameterization().insertType, ToolGeometry::INSERT_CUSTOM);
+    EXPECT_EQ(back->nc().material, Varn::NCTool::MATERIAL_UNSPECIFIED);
+    EXPECT_EQ(textOf(*back), textOf(tool));
+}

@@ -215,6 +215,18 @@ TEST(ToolGeometry, AHandIsTheValueOfItsLetter)
     EXPECT_EQ(ToolGeometry::HAND_NEUTRAL, 78);
 }
 
+TEST(ToolGeometry, AHandAndItsLetterLeadToEachOther)
+{
+    using Turning = ToolGeometry::TurningToolParameterization;
+    for (const char letter : {'L', 'N', 'R'})
+        EXPECT_EQ(Turning::getHandAsChar(Turning::getHandFromChar(letter).value()), letter);
+    for (int letter = -128; letter < 128; ++letter)
+        EXPECT_EQ(Turning::getHandFromChar(static_cast<char>(letter)).has_value(),
+                  letter == 'L' || letter == 'N' || letter == 'R');
+    for (const int none : {0, -1, 108, 256 + 76, 1'000'000})
+        EXPECT_EQ(Turning::getHandAsChar(ToolGeometry::Hand(none)), 'R') << none;
+}
+
 TEST(ToolGeometry, InsertLettersLeadThereAndBack)
 {
     std::wstring letters;
