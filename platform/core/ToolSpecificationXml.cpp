@@ -160,7 +160,8 @@ std::map<std::wstring, std::wstring> readExpressions(const XMLNode &node)
     for (const XMLNode &child : node.getChildren("expression")) {
         std::wstring name;
         readMember(child, "parameter", name);
-        readMember(child, "text", expressions[name]);
+        if (!name.empty())
+            readMember(child, "text", expressions[name]);
     }
     return expressions;
 }

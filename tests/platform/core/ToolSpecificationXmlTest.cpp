@@ -231,3 +231,12 @@ TEST_F(ToolSpecificationXml, AValueThatIsNoEnumeratorIsWrittenAsOne)
     EXPECT_EQ(back->nc().material, Varn::NCTool::MATERIAL_UNSPECIFIED);
     EXPECT_EQ(textOf(*back), textOf(tool));
 }
+
+TEST_F(ToolSpecificationXml, AnExpressionForNoParameterIsPassedOver)
+{
+    const auto tool = toolOf(R"(<tool><expressions>
+        <expression text="1"/><expression parameter="" text="2"/><expression parameter="tool_diameter"/>
+        </expressions></tool>)");
+    ASSERT_TRUE(tool) << tool.error();
+    EXPECT_THAT(tool->getExpressions(), testing::ElementsAre(testing::Pair(L"tool_diameter", L"")));
+}
