@@ -135,7 +135,7 @@ public:
     static void set3DGeometryResolver(Tool3DGeometryResolver resolver);
 
     /// To be called before a record is filled anew: forgets what filling adds to rather than replaces, namely
-    /// expressions, faults, solids, and what is attached.
+    /// expressions, faults, solids, the outline of a form mill, and what is attached.
     void invalidate();
 
     bool isSame(const ToolSpecification &other, const ComparisonOptions &options) const;
@@ -144,8 +144,9 @@ public:
     /// A table with the values of the record, and if \a withExpressions its expressions.
     ParameterTable createParameterTable(bool withExpressions = false) const;
     /// Takes over type, unit and the values of all parameters that \a table has; if \a withExpressions, also as
-    /// expressions what was set there over names of other parameters. What no parameter holds stays: GUIDs, outlines,
-    /// solids, presets; but what is no longer attached loses its outline, GUID and solid.
+    /// expressions what was set there over names of other parameters, while parameters that have something else there
+    /// lose theirs. What no parameter holds stays: GUIDs, outlines, solids, presets; but what is no longer attached
+    /// loses its outline, GUID and solid.
     void syncFromParameters(const ParameterTable &table, bool withExpressions = false);
     /// The other way. Parameters that the record says nothing of keep what they have. Expressions bring the cones of
     /// the holder along as numbered parameters ("segment_1_height"), of which they may speak.

@@ -85,8 +85,13 @@ void ToolSpecification::syncFromParameters(const ParameterTable &table, bool wit
         return;
     ParameterTable copy = table; // parameters are listed of a table that may change
     for (const auto &parameter : copy.getParameters()) {
-        if (!parameter->isDefault() && isOverNames(parameter->getExpression()))
-            setExpression(parameter->getName(), parameter->getExpression());
+        const std::wstring name = parameter->getName();
+        const std::wstring expression = parameter->isDefault() ? std::wstring() : parameter->getExpression();
+        const auto known = m_expressions.find(name);
+        if (isOverNames(expression))
+            m_expressions[name] = expression;
+        else if (known != m_expressions.end() && known->second != expression)
+            m_expressions.erase(known);
     }
 }
 

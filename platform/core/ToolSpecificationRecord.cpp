@@ -169,6 +169,7 @@ void ToolSpecification::invalidate()
     removeHolder();
     removeShaft();
     removeToolBlock();
+    setCustomCutter({});
 }
 
 bool ToolSpecification::isSame(const ToolSpecification &other, const ComparisonOptions &options) const

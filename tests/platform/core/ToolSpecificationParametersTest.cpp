@@ -3,6 +3,7 @@
 #include "platform/core/ToolSpecification.h"
 #include "platform/core/VarnParameters.h"
 #include "platform/nc/RecordUnits.h"
+#include "platform/utils/Messages.h"
 
 #include <gmock/gmock.h>
 
@@ -315,4 +316,65 @@ TEST(ToolSpecificationParameters, AnExpressionThatIsNoneIsAFaultOfItsParameter)
     EXPECT_EQ(back.cutting().fluteLength, 0);
     EXPECT_EQ(back.cutting().bodyLength, 0);
     EXPECT_FALSE(table.getParametersWithErrors().empty());
+}
+
+TEST(ToolSpecificationParameters, SizesThatFollowFromTheShapeAreTheDefaultsOfTheirParameters)
+{
+    const struct {
+        const wchar_t *parameter;
+        double (*get)(const ToolSpecification &);
+    } rows[] = {
+        {L"tool_overallLength", [](const auto &tool) { return tool.getOverallLength(); }},
+        {L"tool_shoulderDiameter", [](const auto &tool) { return tool.getShoulderDiameter(); }},
+        {L"tool_maximumCuttingDiameter", [](const auto &tool) { return tool.getMaximumCutterDiameter(); }},
+        {L"tool_profileRadius", [](const auto &tool) { return tool.getProfileRadius(); }},
+        {L"tool_upperRadius", [](const auto &tool) { return tool.getUpperRadius(); }},
+        {L"tool_lowerRadius", [](const auto &tool) { return tool.getLowerRadius(); }},
+        {L"tool_chamferWidth", [](const auto &tool) { return tool.getChamferWidth(); }},
+        {L"tool_chamferAngle", [](const auto &tool) { return tool.getChamferAngle().getDegrees(); }},
+        {L"tool_assemblyGaugeLength", [](const auto &tool) { return tool.getAssemblyGaugeLength(); }},
+    };
+    RandomToolRecord random(77);
+    for (int type = 1; type <= 48; ++type) {
+        ToolSpecification tool = random.record(ToolGeometry::Type(type), NCUnit::Unit(type % 2));
+        if (ToolGeometry::isTurning(tool.getType()))
+            continue; // no parameter of these is theirs, but for the overall length, which is a size of the insert
+        Varn::forEachRecordField([&](const ToolRecordPart &part, const auto &access, const auto &field) {
+            auto &member = access(tool).*field.member;
+            if constexpr (std::is_same_v<std::remove_cvref_t<decltype(member)>, std::optional<double>>) {
+                if (part.element == "cutting")
+                    member.reset();
+            }
+        });
+        tool.cutting().taperAngle = 7;
+        tool.cutting().threadProfileAngle = 55;
+        tool.removeShaft();
+        const ParameterTable table = tool.createParameterTable();
+        for (const auto &row : rows) {
+            const auto parameter = table.getParameterNoThrow(row.parameter);
+            if (!parameter || !parameter->isEnabled())
+                continue;
+            const auto unit = ParameterTable::Parameter::getDefaultKindUnit(parameter->getKind(), table.isMetric());
+            EXPECT_NEAR(row.get(tool), parameter->getAsDouble(unit), 1e-9)
+                << type << " " << Varn::Messages::fromWideUnicodeToUTF8(row.parameter);
+        }
+    }
+}
+
+TEST(ToolSpecificationParameters, AnExpressionThatIsNoLongerInTheTableGoes)
+{
+    ToolSpecification tool;
+    tool.setType(ToolGeometry::TYPE_BULL_NOSE_END_MILL);
+    tool.setExpression(L"tool_cornerRadius", L"tool_diameter / 4");
+    tool.setExpression(L"tool_fluteLength", L"3 * tool_diameter");
+    tool.setExpression(L"tool_bodyLength", L"40 + 2");
+    tool.setExpression(L"of_another_program", L"1");
+    ParameterTable table = tool.createParameterTable(true);
+    table.setParameter(L"tool_cornerRadius", 1.0, Units::UNIT_MILLIMETERS);
+    table.getParameter(L"tool_fluteLength")->reset(false);
+    tool.syncFromParameters(table, true);
+    EXPECT_THAT(tool.getExpressions(), testing::ElementsAre(testing::Pair(L"of_another_program", L"1"),
+                                                            testing::Pair(L"tool_bodyLength", L"40 + 2")));
+    EXPECT_EQ(tool.cutting().cornerRadius, 1);
+    EXPECT_EQ(tool.createParameterTable(true).getDouble(L"tool_cornerRadius", Units::UNIT_MILLIMETERS), 1);
 }

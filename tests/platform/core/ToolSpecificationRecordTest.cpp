@@ -424,6 +424,7 @@ TEST(ToolSpecificationRecord, AnInvalidRecordForgetsWhatFillingAddsTo)
     EXPECT_FALSE(tool.hasHolder());
     EXPECT_FALSE(tool.hasShaft());
     EXPECT_FALSE(tool.hasAttachedToolBlock());
+    EXPECT_TRUE(tool.getCustomCutter().empty());
     EXPECT_EQ(tool.cutting().diameter, diameter);
     EXPECT_EQ(tool.getGUID(), guid);
     EXPECT_TRUE(tool.hasPresets());
