@@ -7,7 +7,8 @@
 #include "platform/nc/RecordUnits.h"
 #include "platform/utils/LocaleRegistry.h"
 
-#include <algorithm>
+#include <string_view>
+#include <unordered_set>
 
 namespace Varn {
 
@@ -136,12 +137,13 @@ ToolFeedsAndSpeedsPreset::Metadata ToolFeedsAndSpeedsPreset::Metadata::createDef
 std::wstring ToolFeedsAndSpeedsPreset::Metadata::createUniquePresetName(const ToolPresets &presets,
                                                                         const std::wstring &name)
 {
-    const auto isTaken = [&presets](const std::wstring &candidate) {
-        return std::any_of(presets.begin(), presets.end(),
-                           [&](const auto &preset) { return preset->name() == candidate; });
-    };
+    std::unordered_set<std::wstring_view> taken;
+    for (const auto &preset : presets) {
+        if (preset)
+            taken.insert(preset->name());
+    }
     std::wstring candidate = name;
-    for (int number = 2; isTaken(candidate); ++number)
+    for (int number = 2; taken.contains(candidate); ++number)
         candidate = name + L" (" + std::to_wstring(number) + L")";
     return candidate;
 }

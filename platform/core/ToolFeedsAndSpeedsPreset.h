@@ -144,7 +144,8 @@ public:
     /// A preset of the kind of \a tool with its current values. Null for a type without presets.
     static Owned fromCurrentValues(const Metadata &metadata, const ToolSpecification &tool);
 
-    /// The same with the values of \a table, whose "tool_type" decides the kind.
+    /// The same with the values of \a table, whose "tool_type" decides the kind. Throws ToolLibraries::InvalidInput for
+    /// a table without that parameter.
     static Owned fromParameterTable(const Metadata &metadata, const ParameterTable &table, NCUnit::Unit unit);
 
     /// A preset of a kind with those members of \a details that are of it.

@@ -4,6 +4,7 @@
 #include "platform/core/ParameterTable.h"
 #include "platform/core/ToolSpecification.h"
 #include "platform/core/VarnParameters.h"
+#include "platform/tool/Exception.h"
 
 #include <gmock/gmock.h>
 
@@ -296,4 +297,15 @@ TEST(ToolFeedsAndSpeedsPreset, ANameThatIsTakenGetsANumber)
     }
     EXPECT_EQ(Metadata::createUniquePresetName(presets, L"steel (2)"), L"steel (2) (2)");
     EXPECT_EQ(Metadata::createUniquePresetName(presets, L""), L"");
+}
+
+TEST(ToolFeedsAndSpeedsPreset, AGapInTheListIsNoName)
+{
+    EXPECT_EQ(Metadata::createUniquePresetName({nullptr}, L"steel"), L"steel");
+}
+
+TEST(ToolFeedsAndSpeedsPreset, ATableThatNamesNoTypeHasNoKind)
+{
+    EXPECT_THROW(ToolFeedsAndSpeedsPreset::fromParameterTable(named(L"x"), ParameterTable(), NCUnit::millimeters),
+                 Varn::ToolLibraries::InvalidInput);
 }
