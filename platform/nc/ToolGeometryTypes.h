@@ -163,6 +163,15 @@ struct ToolGeometryTypes {
         TAPERED_BULL_NOSE = 1,
     };
 
+    /// The parts of a tool that turns, as a picture of it tells them apart.
+    enum ToolSegment : int {
+        SEGMENT_PROBE_TIP = 0,
+        SEGMENT_FLUTE = 1,
+        SEGMENT_SHOULDER = 2,
+        SEGMENT_SHAFT = 3,
+        SEGMENT_HOLDER = 4,
+    };
+
     enum CoolantSupport : int {
         COOLANT_SUPPORT_NO = 0,
         COOLANT_SUPPORT_YES = 1, ///< the tool can lead coolant through its body

@@ -215,6 +215,15 @@ TEST(ToolGeometry, AHandIsTheValueOfItsLetter)
     EXPECT_EQ(ToolGeometry::HAND_NEUTRAL, 78);
 }
 
+TEST(ToolGeometry, SegmentsAreNumberedFromTheTipUp)
+{
+    EXPECT_EQ(ToolGeometry::SEGMENT_PROBE_TIP, 0);
+    EXPECT_EQ(ToolGeometry::SEGMENT_FLUTE, 1);
+    EXPECT_EQ(ToolGeometry::SEGMENT_SHOULDER, 2);
+    EXPECT_EQ(ToolGeometry::SEGMENT_SHAFT, 3);
+    EXPECT_EQ(ToolGeometry::ToolSegment(4), ToolGeometry::SEGMENT_HOLDER);
+}
+
 TEST(ToolGeometry, AHandAndItsLetterLeadToEachOther)
 {
     using Turning = ToolGeometry::TurningToolParameterization;
