@@ -5,6 +5,8 @@
 #include "platform/core/ToolRecordParts.h"
 #include "platform/core/ToolSpecification.h"
 #include "platform/core/VarnParameters.h"
+#include "platform/utils/Format.h"
+#include "platform/utils/Messages.h"
 
 namespace Varn {
 
@@ -32,6 +34,8 @@ void forEachParameter(ToolGeometry::Type type, Visit &&visit)
 /// Whether the expression speaks of other parameters, so that it says more than its value.
 bool isOverNames(const std::wstring &expression)
 {
+    if (Format::tryDouble(Messages::fromWideUnicodeToUTF8(expression)))
+        return false; // also what is not finite: "nan" is no name
     const auto parsed = ParameterExpression::parse(expression);
     return parsed && !parsed->names().empty();
 }

@@ -7,6 +7,8 @@
 
 #include <gmock/gmock.h>
 
+#include <limits>
+
 using TestSupport::RandomToolRecord;
 using Varn::NCUnit;
 using Varn::ParameterTable;
@@ -377,4 +379,55 @@ TEST(ToolSpecificationParameters, AnExpressionThatIsNoLongerInTheTableGoes)
                                                             testing::Pair(L"tool_bodyLength", L"40 + 2")));
     EXPECT_EQ(tool.cutting().cornerRadius, 1);
     EXPECT_EQ(tool.createParameterTable(true).getDouble(L"tool_cornerRadius", Units::UNIT_MILLIMETERS), 1);
+}
+
+TEST(ToolSpecificationParameters, ANumberThatIsNoneIsAFaultAndNoExpression)
+{
+    for (const double none : {std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::infinity(),
+                              -std::numeric_limits<double>::infinity()}) {
+        ToolSpecification tool;
+        tool.setType(ToolGeometry::TYPE_DRILL);
+        tool.setUnit(NCUnit::inches);
+        tool.cutting().diameter = none;
+        tool.cutting().overallLength = none;
+        tool.setHolder({{none, none}});
+        ParameterTable table = tool.createParameterTable(true);
+        EXPECT_FALSE(table.getParametersWithErrors().empty());
+        ToolSpecification back;
+        back.syncFromParameters(table, true);
+        EXPECT_THAT(back.getExpressions(), testing::IsEmpty());
+        EXPECT_EQ(back.cutting().diameter, 0);
+        EXPECT_FALSE(back.cutting().overallLength.has_value());
+    }
+}
+
+TEST(ToolSpecificationParameters, ATableTakesEveryValueOfEveryEnumeration)
+{
+    RandomToolRecord random(90);
+    for (const auto type : {ToolGeometry::TYPE_TAPERED_MILL, ToolGeometry::TYPE_THREAD_MILL,
+                            ToolGeometry::TYPE_TURNING_GENERAL, ToolGeometry::TYPE_TOOL_BLOCK}) {
+        for (int value = -2; value < 60; ++value) {
+            ToolSpecification tool = random.record(type, NCUnit::millimeters);
+            tool.cutting().taperedType = ToolGeometry::TaperedType(value);
+            tool.cutting().threadTipType = ToolGeometry::ThreadTipType(value);
+            tool.cutting().coolantSupport = ToolGeometry::CoolantSupport(value);
+            tool.nc().material = Varn::NCTool::Material(value);
+            tool.toolBlock().orientationType = Varn::ToolBlock::OrientationType(value);
+            auto &turning = tool.getTurningParameterization();
+            turning.insertType = ToolGeometry::InsertType(value);
+            turning.holderType = ToolGeometry::HolderType(value);
+            turning.hand = ToolGeometry::Hand(value);
+            turning.compensation = ToolGeometry::CompensationMode(value);
+            ToolSpecification back = tool;
+            back.syncFromParameters(tool.createParameterTable());
+            const bool isKnown = value >= 0;
+            EXPECT_EQ(back.nc().material, isKnown && value < 10 ? value : 0);
+            if (type != ToolGeometry::TYPE_TURNING_GENERAL)
+                continue;
+            EXPECT_EQ(back.getTurningParameterization().insertType, isKnown && value < 23 ? value : 0);
+            EXPECT_EQ(back.getTurningParameterization().holderType, isKnown && value < 44 ? value : 0);
+            EXPECT_EQ(back.getTurningParameterization().compensation, isKnown && value < 4 ? value : 0);
+            EXPECT_EQ(back.getTurningParameterization().hand, ToolGeometry::HAND_RIGHT);
+        }
+    }
 }
