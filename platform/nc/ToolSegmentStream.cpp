@@ -1,0 +1,7 @@
+#include "platform/nc/ToolSegmentStream.h"
+
+namespace Varn {
+
+ToolSegmentStream::~ToolSegmentStream() = default;
+
+} // namespace Varn
