@@ -1,5 +1,6 @@
 // ThreeDToolFuzz.cpp -- any bytes as a geometry file, and as the solid in one. A file that loads is saved as it came; a
 // solid that is without fault is read by the modelling library or refused in a documented way.
+#include "MemoryFile.h"
 #include "platform/core/ToolSLDGeometry.h"
 #include "platform/core/ToolSolid.h"
 #include "platform/core/ToolSolidForm.h"
@@ -9,42 +10,15 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <cstdlib>
 #include <memory>
 #include <string>
 #include <string_view>
 
-#include <sys/mman.h>
-#include <unistd.h>
-
 using namespace Varn;
+using FuzzSupport::expect;
+using FuzzSupport::MemoryFile;
 
 namespace {
-
-void expect(bool good)
-{
-    if (!good)
-        std::abort();
-}
-
-/// A file in memory, by a path that opens it anew.
-class MemoryFile
-{
-public:
-    explicit MemoryFile(std::string_view bytes) : m_descriptor(memfd_create("fuzz", MFD_CLOEXEC))
-    {
-        expect(m_descriptor >= 0);
-        expect(write(m_descriptor, bytes.data(), bytes.size()) == static_cast<ssize_t>(bytes.size()));
-    }
-    ~MemoryFile() { close(m_descriptor); }
-    MemoryFile(const MemoryFile &) = delete;
-    MemoryFile &operator=(const MemoryFile &) = delete;
-
-    std::wstring path() const { return L"/proc/self/fd/" + std::to_wstring(m_descriptor); }
-
-private:
-    int m_descriptor;
-};
 
 std::unique_ptr<ToolSLDGeometry> load(const MemoryFile &file)
 {
