@@ -153,17 +153,39 @@ constexpr InsertCornerRadiusRow cornerRadiuses[] = {
 };
 
 constexpr ReliefAngleRow reliefAngles[] = {
-    {"N", 0.0},
-    {"A", 3.0},
-    {"B", 5.0},
-    {"C", 7.0},
-    {"P", 11.0},
-    {"D", 15.0},
-    {"E", 20.0},
-    {"F", 25.0},
-    {"G", 30.0},
+    // code, title, degrees
+    {"N", "N: 0°", 0.0},
+    {"A", "A: 3°", 3.0},
+    {"B", "B: 5°", 5.0},
+    {"C", "C: 7°", 7.0},
+    {"P", "P: 11°", 11.0},
+    {"D", "D: 15°", 15.0},
+    {"E", "E: 20°", 20.0},
+    {"F", "F: 25°", 25.0},
+    {"G", "G: 30°", 30.0},
+};
+
+constexpr CrossSectionRow crossSections[] = {
+    // code, title
+    {"A", "A: cylindrical hole, no chip breaker"},
+    {"B", "B: hole countersunk on one face, 70° to 90°, no chip breaker"},
+    {"C", "C: hole countersunk on both faces, 70° to 90°, no chip breaker"},
+    {"F", "F: no hole, chip breakers on both faces"},
+    {"G", "G: cylindrical hole, chip breakers on both faces"},
+    {"H", "H: hole countersunk on one face, 70° to 90°, chip breaker on one face"},
+    {"J", "J: hole countersunk on both faces, 70° to 90°, chip breakers on both faces"},
+    {"M", "M: cylindrical hole, chip breaker on one face"},
+    {"N", "N: no hole, no chip breaker"},
+    {"Q", "Q: hole countersunk on both faces, 40° to 60°, no chip breaker"},
+    {"R", "R: no hole, chip breaker on one face"},
+    {"T", "T: hole countersunk on one face, 40° to 60°, chip breaker on one face"},
+    {"U", "U: hole countersunk on both faces, 40° to 60°, chip breakers on both faces"},
+    {"W", "W: hole countersunk on one face, 40° to 60°, no chip breaker"},
+    {"X", "X: other, by drawing"},
 };
 // clang-format on
+
+constexpr std::string_view toleranceLetters = "ABCDEFGHJKLMNU";
 
 } // namespace
 
@@ -190,6 +212,16 @@ std::span<const InsertCornerRadiusRow> insertCornerRadiusRows()
 std::span<const ReliefAngleRow> reliefAngleRows()
 {
     return reliefAngles;
+}
+
+std::span<const CrossSectionRow> insertCrossSectionRows()
+{
+    return crossSections;
+}
+
+std::string_view insertToleranceLetters()
+{
+    return toleranceLetters;
 }
 
 } // namespace Varn

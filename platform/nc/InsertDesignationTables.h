@@ -40,7 +40,13 @@ struct InsertCornerRadiusRow {
 
 struct ReliefAngleRow {
     std::string_view code;
+    std::string_view title; ///< English, what people choose by
     double degrees;
+};
+
+struct CrossSectionRow {
+    std::string_view code;
+    std::string_view title; ///< English
 };
 
 VARN_PLATFORM_EXPORT std::span<const InsertSizeRow> metricInsertSizeRows(); ///< circles in mm
@@ -49,5 +55,7 @@ VARN_PLATFORM_EXPORT std::span<const InsertThicknessRow> insertThicknessRows();
 VARN_PLATFORM_EXPORT std::span<const InsertCornerRadiusRow>
 insertCornerRadiusRows(); ///< the first is that of round inserts
 VARN_PLATFORM_EXPORT std::span<const ReliefAngleRow> reliefAngleRows();
+VARN_PLATFORM_EXPORT std::span<const CrossSectionRow> insertCrossSectionRows();
+VARN_PLATFORM_EXPORT std::string_view insertToleranceLetters(); ///< of the tolerance classes
 
 } // namespace Varn

@@ -3,8 +3,10 @@
 #pragma once
 
 #include "platform/nc/ToolGeometry.h"
+#include "platform/utils/LocalizedMessage.h"
 
 #include <string>
+#include <vector>
 
 namespace Varn {
 
@@ -16,6 +18,44 @@ public:
         std::wstring metric;
         std::wstring inch; ///< "?" too for what exists in millimeters only
     };
+
+    // What a dialog offers, in its order. An entry whose code or name is "?" is last in its table where there is one:
+    // it stands for a value without designation, has the value -1, and is not to be chosen.
+    struct CrossSection {
+        std::wstring key; ///< a letter
+        LocalizedMessage title;
+    };
+    struct ReliefAngle {
+        std::wstring code; ///< a letter
+        LocalizedMessage title;
+        double angle; ///< degrees
+    };
+    struct CornerRadius {
+        std::wstring metricName;
+        std::wstring inchName;
+        double metricValue; ///< mm
+        double inchValue;
+    };
+    struct Thickness {
+        std::wstring inchCode; ///< empty for what exists in millimeters only
+        std::wstring metricCode;
+        double value; ///< inches
+    };
+    struct Size {
+        bool metric;
+        std::wstring insertTypes; ///< the letters of the shapes that it is for; empty for every shape
+        std::wstring name;
+        double value; ///< diameter of the inscribed circle, mm or inches
+    };
+    static const std::vector<CrossSection> &crossSections();
+    static const std::vector<wchar_t> &tolerances(); ///< the letters of the tolerance classes
+    static const std::vector<ReliefAngle> &reliefAngles();
+    static const std::vector<CornerRadius> &cornerRadiuses();
+    static const std::vector<Thickness> &thicknesses();
+    static const std::vector<Size> &insertSizes();
+
+    /// Makes these tables and registers their titles, which the first question after one of them does as well.
+    static void init();
 
     /// The code of the size that is nearest to an inscribed circle of \a value, in mm or, for a tool that is not
     /// \a metric, inches. Sizes that differ by more than \a tolerance are none, and those of other shapes. Only the

@@ -8,6 +8,15 @@
 
 namespace Varn {
 
+namespace {
+
+QString qtText(std::wstring_view text)
+{
+    return QString::fromWCharArray(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+} // namespace
+
 std::wstring Messages::fromUTF8ToWideUnicode(std::string_view utf8)
 {
     const auto isAscii = [](char c) { return static_cast<unsigned char>(c) < 0x80; };
@@ -27,7 +36,29 @@ std::string Messages::fromWideUnicodeToUTF8(std::wstring_view wide)
 
 std::wstring Messages::getUpperCase(std::wstring_view text)
 {
-    return QString::fromWCharArray(text.data(), static_cast<qsizetype>(text.size())).toUpper().toStdWString();
+    return qtText(text).toUpper().toStdWString();
+}
+
+std::wstring Messages::getLowerCase(std::wstring_view text)
+{
+    return qtText(text).toLower().toStdWString();
+}
+
+bool Messages::iequals(std::wstring_view a, std::wstring_view b)
+{
+    return qtText(a).toCaseFolded() == qtText(b).toCaseFolded();
+}
+
+std::vector<std::wstring> Messages::split(std::wstring_view text, wchar_t separator)
+{
+    std::vector<std::wstring> parts;
+    for (;;) {
+        const std::size_t end = text.find(separator);
+        parts.emplace_back(text.substr(0, end));
+        if (end == std::wstring_view::npos)
+            return parts;
+        text.remove_prefix(end + 1);
+    }
 }
 
 } // namespace Varn

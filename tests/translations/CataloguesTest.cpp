@@ -4,6 +4,7 @@
 #include "ToolLibrary/ToolLibraryParameter.h"
 #include "platform/core/ParameterTable.h"
 #include "platform/core/ToolSpecification.h"
+#include "platform/nc/ToolInsert.h"
 #include "platform/utils/LocaleRegistry.h"
 
 #include <QDirIterator>

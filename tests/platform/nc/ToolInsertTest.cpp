@@ -104,3 +104,55 @@ TEST(ToolInsert, EveryRowIsFoundByItsOwnValues)
                       std::wstring(row.inchCode.begin(), row.inchCode.end()));
         });
 }
+
+TEST(ToolInsert, ChoicesAreWhatTheTablesHave)
+{
+    ToolInsert::init();
+    ASSERT_EQ(ToolInsert::crossSections().size(), 15u);
+    EXPECT_EQ(ToolInsert::crossSections().front().key, L"A");
+    EXPECT_EQ(ToolInsert::crossSections().front().title.asWideString(), L"A: cylindrical hole, no chip breaker");
+    EXPECT_EQ(ToolInsert::crossSections().back().key, L"X");
+    EXPECT_EQ(std::wstring(ToolInsert::tolerances().begin(), ToolInsert::tolerances().end()), L"ABCDEFGHJKLMNU");
+    ASSERT_EQ(ToolInsert::reliefAngles().size(), 10u);
+    EXPECT_EQ(ToolInsert::reliefAngles()[3].code, L"C");
+    EXPECT_EQ(ToolInsert::reliefAngles()[3].angle, 7);
+    EXPECT_EQ(ToolInsert::reliefAngles()[3].title.asWideString(), L"C: 7°");
+    EXPECT_EQ(ToolInsert::reliefAngles().back().code, L"?");
+    EXPECT_EQ(ToolInsert::cornerRadiuses().size(), 13u);
+    EXPECT_EQ(ToolInsert::cornerRadiuses().front().metricName, L"M0");
+    EXPECT_EQ(ToolInsert::cornerRadiuses().front().inchName, L"00");
+    EXPECT_EQ(ToolInsert::cornerRadiuses().back().metricName, L"?");
+    EXPECT_EQ(ToolInsert::thicknesses().size(), 20u);
+    EXPECT_EQ(ToolInsert::thicknesses().back().metricCode, L"?");
+    EXPECT_EQ(ToolInsert::insertSizes().size(), 102u);
+}
+
+TEST(ToolInsert, WhatCanBeChosenHasItsOwnDesignation)
+{
+    for (const ToolInsert::CornerRadius &radius : ToolInsert::cornerRadiuses()) {
+        if (radius.metricName == L"?" || radius.metricName == L"M0")
+            continue;
+        EXPECT_EQ(
+            ToolInsert::getClosestCornerRadius(radius.metricValue, tolerance, ToolGeometry::INSERT_C, true).metric,
+            radius.metricName);
+        EXPECT_EQ(ToolInsert::getClosestCornerRadius(radius.inchValue, tolerance, ToolGeometry::INSERT_C, false).inch,
+                  radius.inchName);
+    }
+    for (const ToolInsert::Thickness &thickness : ToolInsert::thicknesses()) {
+        if (thickness.metricCode == L"?")
+            continue;
+        EXPECT_EQ(ToolInsert::getClosestThickness(thickness.value * 25.4, tolerance, true).metric,
+                  thickness.metricCode);
+        if (!thickness.inchCode.empty())
+            EXPECT_EQ(ToolInsert::getClosestThickness(thickness.value, tolerance, false).inch, thickness.inchCode);
+    }
+    for (const ToolInsert::ReliefAngle &relief : ToolInsert::reliefAngles())
+        EXPECT_EQ(ToolInsert::getReliefAngleChar(relief.angle), relief.code);
+    for (const ToolInsert::Size &size : ToolInsert::insertSizes()) {
+        for (const wchar_t letter : size.insertTypes) {
+            const auto designation = ToolInsert::getClosestSize(size.value, tolerance,
+                                                                *ToolGeometry::insertTypeFromChar(letter), size.metric);
+            EXPECT_EQ(size.metric ? designation.metric : designation.inch, size.name) << size.value;
+        }
+    }
+}

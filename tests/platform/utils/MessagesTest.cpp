@@ -1,6 +1,6 @@
 #include "platform/utils/Messages.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 using namespace std::string_literals;
 using Varn::Messages;
@@ -62,4 +62,30 @@ TEST(Messages, UpperCaseGoesByUnicode)
     EXPECT_EQ(Messages::getUpperCase(L"boring bar 1z"), L"BORING BAR 1Z");
     EXPECT_EQ(Messages::getUpperCase(L"\u00e4\u03c9\u5de5"), L"\u00c4\u03a9\u5de5");
     EXPECT_EQ(Messages::getUpperCase(L"\u00df"), L"SS");
+}
+
+TEST(Messages, CaseIsThatOfUnicode)
+{
+    EXPECT_EQ(Messages::getUpperCase(L"straße ä1"), L"STRASSE Ä1");
+    EXPECT_EQ(Messages::getLowerCase(L"ÄBC Ω1"), L"äbc ω1");
+    EXPECT_TRUE(Messages::iequals(L".STP", L".stp"));
+    EXPECT_TRUE(Messages::iequals(L"STRASSE", L"straße"));
+    EXPECT_TRUE(Messages::iequals(L"", L""));
+    EXPECT_FALSE(Messages::iequals(L".stp", L".step"));
+    EXPECT_FALSE(Messages::iequals(L"a", L"ä"));
+}
+
+TEST(Messages, APartLiesBeforeBetweenAndBehindTheSeparators)
+{
+    using testing::ElementsAre;
+    EXPECT_THAT(Messages::split(L"", L';'), ElementsAre(L""));
+    EXPECT_THAT(Messages::split(L"a", L';'), ElementsAre(L"a"));
+    EXPECT_THAT(Messages::split(L";a;;b c;", L';'), ElementsAre(L"", L"a", L"", L"b c", L""));
+    EXPECT_EQ(Messages::split(std::wstring(100'000, L';'), L';').size(), 100'001u);
+}
+
+TEST(Messages, NarrowTextsAreUtf8)
+{
+    EXPECT_EQ(Messages::getAsWideString("∅ 🛠"), L"∅ 🛠");
+    EXPECT_EQ(Messages::getAsString(L"∅ 🛠"), "∅ 🛠");
 }
