@@ -64,11 +64,16 @@ bool ParameterProblems::isBroken(const ParameterFormula &formula)
     return !outcome.failedAtName && outcome.result != ExpressionValue(true);
 }
 
-/// Whether the enable expression itself is at fault, rather than a parameter that it names.
+/// Whether the enable expression itself is at fault, rather than a parameter that it names. A cycle that takes the value
+/// along is a fault here too: which of its members is blamed depends on where evaluation began.
 bool ParameterProblems::isUnfitEnabled(std::size_t slot)
 {
     const ParameterPrototype::Row *const row = m_values.row(slot);
-    return row && row->enable && m_values.enabled(slot).isOwnFault;
+    if (!row || !row->enable)
+        return false;
+    const ParameterValues::Outcome &enabled = m_values.enabled(slot);
+    return enabled.isOwnFault ||
+           (row->disabledValue && enabled.error && enabled.error->code == ExpressionError::Code::Cycle);
 }
 
 bool ParameterProblems::isWhole(std::size_t slot)

@@ -50,14 +50,15 @@ std::shared_ptr<const ParameterPrototype> ParameterPrototype::get(Strategy::Type
     Entry &entry = entries[2 * place + (metric ? 1 : 0)];
     std::call_once(entry.once, [&] {
         const Strategy::Type known = place < strategyCount ? strategy : Strategy::INVALID;
-        entry.prototype.reset(new ParameterPrototype(known, metric));
+        entry.prototype = std::make_shared<ParameterPrototype>(ParameterDefinitions::get(), known, metric);
     });
     return entry.prototype;
 }
 
-ParameterPrototype::ParameterPrototype(Strategy::Type strategy, bool metric) : m_strategy(strategy), m_metric(metric)
+ParameterPrototype::ParameterPrototype(const ParameterDefinitions &definitions, Strategy::Type strategy, bool metric)
+    : m_definitions(definitions), m_strategy(strategy), m_metric(metric)
 {
-    for (ParameterTable::ParameterDef &definition : ParameterDefinitions::get().definitionsOf(strategy, metric))
+    for (ParameterTable::ParameterDef &definition : definitions.definitionsOf(strategy, metric))
         m_rows.push_back({std::move(definition), {}, {}, {}, {}, {}, {}});
     for (std::size_t slot = 0; slot < m_rows.size(); ++slot)
         m_slots.emplace(m_rows[slot].definition.id, slot);
@@ -83,7 +84,7 @@ void ParameterPrototype::readRow(Row &row) const
 void ParameterPrototype::readLinks()
 {
     m_links.resize(m_rows.size());
-    for (const ParameterDefinitions::Link &link : ParameterDefinitions::get().linksOf(m_strategy)) {
+    for (const ParameterDefinitions::Link &link : m_definitions.linksOf(m_strategy)) {
         const auto set = find(link.set);
         const auto updates = find(link.updates);
         if (!set || !updates)
@@ -116,13 +117,13 @@ const ParameterTable::ParameterDef *ParameterPrototype::findNumbered(std::wstrin
 {
     if (m_strategy == Strategy::INVALID)
         return nullptr;
-    const ParameterDefinitions::Pattern *pattern = ParameterDefinitions::get().findPattern(name);
+    const ParameterDefinitions::Pattern *pattern = m_definitions.findPattern(name);
     return pattern ? &pattern->definition : nullptr;
 }
 
 const std::vector<ParameterEnum> &ParameterPrototype::valuesOf(const ParameterTable::ParameterDef &definition) const
 {
-    return ParameterDefinitions::get().enumeration(definition.enumeration, m_strategy);
+    return m_definitions.enumeration(definition.enumeration, m_strategy);
 }
 
 } // namespace Varn

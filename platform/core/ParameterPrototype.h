@@ -2,6 +2,7 @@
 // their expressions read. Immutable once made, shared, any thread.
 #pragma once
 
+#include "platform/VarnPlatformExport.h"
 #include "platform/core/ParameterDefinitions.h"
 #include "platform/core/ParameterExpression.h"
 #include "platform/core/ParameterTable.h"
@@ -21,7 +22,7 @@ struct ParameterFormula {
     std::vector<std::optional<std::size_t>> slots; ///< of its names; nothing for one that the strategy does not hold
 };
 
-class ParameterPrototype
+class VARN_PLATFORM_EXPORT ParameterPrototype
 {
 public:
     /// A parameter of the strategy. Its slot is its place among them, the same in metric and in inch tables.
@@ -38,6 +39,9 @@ public:
     /// The one of a strategy, made at the first call; one without parameters for what is no strategy. Throws
     /// std::runtime_error for a definition that is no expression.
     static std::shared_ptr<const ParameterPrototype> get(Strategy::Type strategy, bool metric);
+
+    /// Of definitions of one's own, which must outlive it. ParameterValues over it keep their system of units.
+    ParameterPrototype(const ParameterDefinitions &definitions, Strategy::Type strategy, bool metric);
 
     Strategy::Type strategy() const { return m_strategy; }
     bool isMetric() const { return m_metric; }
@@ -58,12 +62,12 @@ public:
     const std::vector<Link> &linksOf(std::size_t slot) const { return m_links[slot]; }
 
 private:
-    ParameterPrototype(Strategy::Type strategy, bool metric);
     std::optional<ParameterFormula> read(const std::wstring &expression) const;
     ParameterFormula readOne(const std::wstring &expression) const;
     void readRow(Row &row) const;
     void readLinks();
 
+    const ParameterDefinitions &m_definitions;
     const Strategy::Type m_strategy;
     const bool m_metric;
     std::vector<Row> m_rows;

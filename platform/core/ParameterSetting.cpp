@@ -1,5 +1,7 @@
 #include "platform/core/ParameterSetting.h"
 
+#include "platform/core/ExpressionTokens.h"
+
 #include <algorithm>
 #include <charconv>
 #include <cmath>
@@ -29,13 +31,16 @@ std::optional<double> plainNumber(std::wstring_view text)
     return error == std::errc() && stop == end && std::isfinite(number) ? std::optional(number) : std::nullopt;
 }
 
-/// The text within quotes that hold no further ones.
-std::optional<std::wstring_view> plainText(std::wstring_view text)
+/// The text of an expression that is nothing but one in quotes, of whatever length.
+std::optional<std::wstring> plainText(std::wstring_view text)
 {
-    if (text.size() < 2 || text.front() != L'\'' || text.back() != L'\'')
+    if (text.front() != L'\'')
         return std::nullopt;
-    const std::wstring_view inner = text.substr(1, text.size() - 2);
-    return inner.find(L'\'') == std::wstring_view::npos ? std::optional(inner) : std::nullopt;
+    ExpressionTokens tokens(text);
+    const ExpressionToken token = tokens.next();
+    if (token.kind != ExpressionToken::Kind::Text || tokens.next().kind != ExpressionToken::Kind::End)
+        return std::nullopt;
+    return ExpressionTokens::unquoted(token.text);
 }
 
 } // namespace
@@ -47,16 +52,16 @@ std::shared_ptr<const ParameterSetting> ParameterSetting::make(std::wstring_view
         std::make_shared<ParameterSetting>(ParameterSetting{std::wstring(expression), unit, isOwn, {}});
     if (expression.find_first_not_of(blanks) == std::wstring_view::npos)
         return setting;
-    if (expression.size() > ParameterExpression::maximumLength)
-        setting->expression.resize(ParameterExpression::maximumLength + 1); // what is too long anyway is not kept
     if (const auto number = plainNumber(expression))
         setting->meaning = *number;
-    else if (const auto text = plainText(expression))
-        setting->meaning = std::wstring(*text);
+    else if (auto text = plainText(expression))
+        setting->meaning = std::move(*text);
     else if (auto read = ParameterExpression::parse(expression))
         setting->meaning = std::move(*read);
     else
         setting->meaning = std::move(read).error();
+    if (expression.size() > ParameterExpression::maximumLength && std::holds_alternative<ExpressionError>(setting->meaning))
+        setting->expression.resize(ParameterExpression::maximumLength + 1); // what is too long anyway is not kept
     return setting;
 }
 

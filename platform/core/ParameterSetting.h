@@ -1,6 +1,7 @@
 // ParameterSetting.h -- what somebody has set a parameter to. Immutable once made, shared by the copies of a table.
 #pragma once
 
+#include "platform/VarnPlatformExport.h"
 #include "platform/core/ParameterExpression.h"
 #include "platform/core/Units.h"
 
@@ -11,7 +12,7 @@
 
 namespace Varn {
 
-struct ParameterSetting {
+struct VARN_PLATFORM_EXPORT ParameterSetting {
     std::wstring expression;
     Units::Unit unit;
     bool isOwn; ///< given by a person or a file, not computed from others

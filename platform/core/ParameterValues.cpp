@@ -73,7 +73,7 @@ public:
 
     ExpressionResult resolve(std::wstring_view name, std::size_t index) override
     {
-        const auto slot = m_slots ? (*m_slots)[index] : m_values.findOrAdd(name);
+        const auto slot = m_slots ? (*m_slots)[index] : m_reader ? m_values.findOrAdd(name) : m_values.find(name);
         if (!slot)
             return failed(Code::UnknownName, L"Unknown parameter " + std::wstring(name));
         const NodeId id = valueNode(*slot);
@@ -390,7 +390,12 @@ bool ParameterValues::evaluateValue(NodeId id, unsigned depth, Outcome &outcome)
             fail(slot, {Code::Cycle, 1, L"Whether it is enabled depends on its own value"}, outcome);
             return true;
         }
-        if (nodeAt(enabledId).outcome.value == ExpressionValue(false)) {
+        const Outcome &enabled = nodeAt(enabledId).outcome;
+        if (enabled.error && enabled.error->code == Code::Cycle) {
+            outcome.error = enabled.error; // from another side it is the value that closes the cycle
+            return true;
+        }
+        if (enabled.value == ExpressionValue(false)) {
             own = nullptr;
             formula = &*known->disabledValue;
         }

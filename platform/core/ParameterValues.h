@@ -12,6 +12,7 @@
 // a chain is walked about twice.
 #pragma once
 
+#include "platform/VarnPlatformExport.h"
 #include "platform/core/ExpressionValue.h"
 #include "platform/core/ParameterPrototype.h"
 #include "platform/core/ParameterSetting.h"
@@ -28,7 +29,7 @@
 
 namespace Varn {
 
-class ParameterValues
+class VARN_PLATFORM_EXPORT ParameterValues
 {
 public:
     struct Outcome {
