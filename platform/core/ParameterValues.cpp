@@ -138,8 +138,12 @@ ParameterValues::ParameterValues(std::shared_ptr<const ParameterPrototype> proto
 }
 
 ParameterValues::ParameterValues(const ParameterValues &other)
-    : m_prototype(other.m_prototype), m_numbered(other.m_numbered), m_slots(other.m_slots.size())
+    : m_prototype(other.m_prototype),
+      m_numbered(other.m_numbered),
+      m_sharesNumbered(true),
+      m_slots(other.m_slots.size())
 {
+    other.m_sharesNumbered.store(true, std::memory_order_relaxed);
     for (std::size_t slot = 0; slot < m_slots.size(); ++slot)
         if (other.m_slots[slot] && other.m_slots[slot]->setting)
             slotAt(slot).setting = other.m_slots[slot]->setting;
@@ -180,7 +184,7 @@ std::optional<std::size_t> ParameterValues::findOrAdd(std::wstring_view name)
     const ParameterTable::ParameterDef *const definition = m_prototype->findNumbered(name);
     if (!definition)
         return std::nullopt;
-    if (m_numbered.use_count() > 1)
+    if (m_sharesNumbered.exchange(false, std::memory_order_relaxed))
         m_numbered = std::make_shared<Numbered>(*m_numbered);
     const std::size_t added = m_numbered->names.size();
     m_numbered->places.emplace(m_numbered->names.emplace_back(name), added);

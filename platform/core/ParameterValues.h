@@ -17,6 +17,7 @@
 #include "platform/core/ParameterPrototype.h"
 #include "platform/core/ParameterSetting.h"
 
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <deque>
@@ -137,6 +138,9 @@ private:
 
     std::shared_ptr<const ParameterPrototype> m_prototype;
     std::shared_ptr<Numbered> m_numbered; ///< shared with copies until one adds to it
+    /// Whether a copy may hold m_numbered too. Its use count does not tell: a copy that has just died in another thread
+    /// may have been reading.
+    mutable std::atomic<bool> m_sharesNumbered = false;
     std::vector<Slot *> m_slots;          ///< null for one that nobody has touched
     std::deque<Slot> m_touched;           ///< never moved
     std::uint32_t m_stamp = 0;
