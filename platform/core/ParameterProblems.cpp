@@ -1,6 +1,5 @@
 #include "platform/core/ParameterProblems.h"
 
-#include "platform/core/ParameterLimit.h"
 #include "platform/utils/LocaleRegistry.h"
 #include "platform/utils/Messages.h"
 
@@ -11,6 +10,7 @@
 #include <cmath>
 #include <initializer_list>
 #include <optional>
+#include <tuple>
 
 namespace Varn {
 
@@ -55,6 +55,17 @@ std::wstring withUnit(double number, Units::Unit unit)
     return numberText(number) + (isSpaced ? L" " : L"") + symbol;
 }
 
+/// What was read of a constraint of the row; null for any other.
+const ParameterCheck *checkOf(const ParameterPrototype::Row &row, const ParameterTable::Constraint &constraint)
+{
+    for (const auto &[constraints, checks] :
+         {std::tie(row.definition.errors, row.errors), std::tie(row.definition.warnings, row.warnings)})
+        for (std::size_t i = 0; i < constraints.size(); ++i)
+            if (constraints[i].expression == constraint.expression)
+                return &checks[i];
+    return nullptr;
+}
+
 } // namespace
 
 /// A constraint that cannot be evaluated is broken, unless the fault is that of a parameter, which has it then.
@@ -64,8 +75,8 @@ bool ParameterProblems::isBroken(const ParameterFormula &formula)
     return !outcome.failedAtName && outcome.result != ExpressionValue(true);
 }
 
-/// Whether the enable expression itself is at fault, rather than a parameter that it names. A cycle that takes the value
-/// along is a fault here too: which of its members is blamed depends on where evaluation began.
+/// Whether the enable expression itself is at fault, rather than a parameter that it names. A cycle that takes the
+/// value along is a fault here too: which of its members is blamed depends on where evaluation began.
 bool ParameterProblems::isUnfitEnabled(std::size_t slot)
 {
     const ParameterPrototype::Row *const row = m_values.row(slot);
@@ -115,7 +126,8 @@ bool ParameterProblems::hasErrors(std::size_t slot)
     if (!isWhole(slot) || hasUnknownKey(slot))
         return true;
     const ParameterPrototype::Row *const row = m_values.row(slot);
-    return row && std::any_of(row->errors.begin(), row->errors.end(), [this](const auto &f) { return isBroken(f); });
+    return row && std::any_of(row->errors.begin(), row->errors.end(),
+                              [this](const auto &check) { return isBroken(check.formula); });
 }
 
 bool ParameterProblems::hasWarnings(std::size_t slot)
@@ -123,7 +135,8 @@ bool ParameterProblems::hasWarnings(std::size_t slot)
     const ParameterPrototype::Row *const row = m_values.row(slot);
     if (!row || !m_values.isEnabled(slot) || !m_values.value(slot).value)
         return false;
-    return std::any_of(row->warnings.begin(), row->warnings.end(), [this](const auto &f) { return isBroken(f); });
+    return std::any_of(row->warnings.begin(), row->warnings.end(),
+                       [this](const auto &check) { return isBroken(check.formula); });
 }
 
 std::vector<std::wstring> ParameterProblems::errorMessages(std::size_t slot)
@@ -145,7 +158,7 @@ std::vector<std::wstring> ParameterProblems::errorMessages(std::size_t slot)
         messages.push_back(filled(notOffered, {titleOf(slot), textOf(slot)}));
     if (const ParameterPrototype::Row *const row = m_values.row(slot))
         for (std::size_t i = 0; i < row->errors.size(); ++i)
-            if (isBroken(row->errors[i]))
+            if (isBroken(row->errors[i].formula))
                 messages.push_back(message(slot, row->definition.errors[i]));
     return messages;
 }
@@ -157,7 +170,7 @@ std::vector<std::wstring> ParameterProblems::warningMessages(std::size_t slot)
     if (!row || !m_values.isEnabled(slot) || !m_values.value(slot).value)
         return messages;
     for (std::size_t i = 0; i < row->warnings.size(); ++i)
-        if (isBroken(row->warnings[i]))
+        if (isBroken(row->warnings[i].formula))
             messages.push_back(message(slot, row->definition.warnings[i]));
     return messages;
 }
@@ -166,7 +179,7 @@ std::wstring ParameterProblems::message(std::size_t slot, const ParameterTable::
 {
     static const LocalizedMessage plain = LocaleRegistry::registerMessage("%1 is %2. %3");
     static const LocalizedMessage limited = LocaleRegistry::registerMessage("%1 is %2 (limit: %3). %4");
-    const std::wstring limit = limitOf(slot, constraint.expression);
+    const std::wstring limit = limitOf(slot, constraint);
     const std::wstring rule = constraint.message.asWideString();
     return limit.empty() ? filled(plain, {titleOf(slot), textOf(slot), rule})
                          : filled(limited, {titleOf(slot), textOf(slot), limit, rule});
@@ -199,19 +212,19 @@ std::wstring ParameterProblems::titleOf(std::size_t slot) const
 }
 
 /// The limit that the value breaks, or else the first that the constraint sets it.
-std::wstring ParameterProblems::limitOf(std::size_t slot, const std::wstring &constraint)
+std::wstring ParameterProblems::limitOf(std::size_t slot, const ParameterTable::Constraint &constraint)
 {
+    const ParameterPrototype::Row *const row = m_values.row(slot);
+    const ParameterCheck *const check = row ? checkOf(*row, constraint) : nullptr;
+    if (!check)
+        return {};
     std::optional<double> first;
-    for (const ParameterLimit &limit : ParameterLimit::of(m_values.name(slot), constraint)) {
-        const auto expression = ParameterExpression::parse(limit.bound);
-        const auto comparison = ParameterExpression::parse(limit.comparison);
-        if (!expression || !comparison)
-            continue;
-        const ParameterValues::Detached bound = m_values.evaluate(*expression);
+    for (const ParameterCheck::Limit &limit : check->limits) {
+        const ParameterValues::Detached bound = m_values.evaluate(limit.bound);
         if (!bound.result || !std::holds_alternative<double>(*bound.result))
             continue;
         const double number = std::get<double>(*bound.result);
-        if (m_values.evaluate(*comparison).result == ExpressionValue(false))
+        if (m_values.evaluate(limit.comparison).result == ExpressionValue(false))
             return withUnit(number, m_values.displayUnit(slot));
         if (!first)
             first = number;

@@ -37,7 +37,7 @@ private:
     bool isWhole(std::size_t slot);
     bool hasUnknownKey(std::size_t slot);
     std::wstring titleOf(std::size_t slot) const;
-    std::wstring limitOf(std::size_t slot, const std::wstring &constraint);
+    std::wstring limitOf(std::size_t slot, const ParameterTable::Constraint &constraint);
 
     ParameterValues &m_values;
 };

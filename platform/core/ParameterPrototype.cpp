@@ -1,5 +1,6 @@
 #include "platform/core/ParameterPrototype.h"
 
+#include "platform/core/ParameterLimit.h"
 #include "platform/utils/Messages.h"
 
 #include <array>
@@ -73,12 +74,23 @@ void ParameterPrototype::readRow(Row &row) const
     row.defaultValue = read(definition.defaultExpression);
     row.enable = read(definition.enableExpression);
     row.disabledValue = read(definition.disabledExpression);
-    for (const ParameterTable::Constraint &constraint : definition.errors)
-        row.errors.push_back(readOne(constraint.expression));
-    for (const ParameterTable::Constraint &constraint : definition.warnings)
-        row.warnings.push_back(readOne(constraint.expression));
+    row.errors = readChecks(definition.id, definition.errors);
+    row.warnings = readChecks(definition.id, definition.warnings);
     for (const ParameterEnum &value : valuesOf(definition))
         row.valueEnables.push_back(read(value.enableExpression));
+}
+
+std::vector<ParameterCheck>
+ParameterPrototype::readChecks(const std::wstring &parameter,
+                               const std::vector<ParameterTable::Constraint> &constraints) const
+{
+    std::vector<ParameterCheck> checks;
+    for (const ParameterTable::Constraint &constraint : constraints) {
+        ParameterCheck &check = checks.emplace_back(ParameterCheck{readOne(constraint.expression), {}});
+        for (const ParameterLimit &limit : ParameterLimit::of(parameter, constraint.expression))
+            check.limits.push_back({readOne(limit.comparison), readOne(limit.bound)});
+    }
+    return checks;
 }
 
 void ParameterPrototype::readLinks()

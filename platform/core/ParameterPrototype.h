@@ -22,6 +22,16 @@ struct ParameterFormula {
     std::vector<std::optional<std::size_t>> slots; ///< of its names; nothing for one that the strategy does not hold
 };
 
+/// A constraint of a definition, with what it compares the parameter to.
+struct ParameterCheck {
+    struct Limit {
+        ParameterFormula comparison;
+        ParameterFormula bound;
+    };
+    ParameterFormula formula;
+    std::vector<Limit> limits;
+};
+
 class VARN_PLATFORM_EXPORT ParameterPrototype
 {
 public:
@@ -31,8 +41,8 @@ public:
         std::optional<ParameterFormula> defaultValue;
         std::optional<ParameterFormula> enable;
         std::optional<ParameterFormula> disabledValue;
-        std::vector<ParameterFormula> errors;
-        std::vector<ParameterFormula> warnings;
+        std::vector<ParameterCheck> errors; ///< of definition.errors, in their order
+        std::vector<ParameterCheck> warnings;
         std::vector<std::optional<ParameterFormula>> valueEnables; ///< of the values of the enumeration
     };
 
@@ -64,6 +74,8 @@ public:
 private:
     std::optional<ParameterFormula> read(const std::wstring &expression) const;
     ParameterFormula readOne(const std::wstring &expression) const;
+    std::vector<ParameterCheck> readChecks(const std::wstring &parameter,
+                                           const std::vector<ParameterTable::Constraint> &constraints) const;
     void readRow(Row &row) const;
     void readLinks();
 

@@ -60,7 +60,8 @@ std::shared_ptr<const ParameterSetting> ParameterSetting::make(std::wstring_view
         setting->meaning = std::move(*read);
     else
         setting->meaning = std::move(read).error();
-    if (expression.size() > ParameterExpression::maximumLength && std::holds_alternative<ExpressionError>(setting->meaning))
+    if (expression.size() > ParameterExpression::maximumLength &&
+        std::holds_alternative<ExpressionError>(setting->meaning))
         setting->expression.resize(ParameterExpression::maximumLength + 1); // what is too long anyway is not kept
     return setting;
 }

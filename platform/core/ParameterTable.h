@@ -262,7 +262,7 @@ public:
     std::vector<std::wstring> getErrorMessages() const;
     std::vector<std::wstring> getWarningMessages() const;
 
-    /// The same for one constraint, broken or not.
+    /// The same for one constraint of the definition, broken or not; of any other the limit is not told.
     std::wstring message(const Constraint &constraint) const;
 
 private:

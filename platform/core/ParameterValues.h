@@ -141,8 +141,8 @@ private:
     /// Whether a copy may hold m_numbered too. Its use count does not tell: a copy that has just died in another thread
     /// may have been reading.
     mutable std::atomic<bool> m_sharesNumbered = false;
-    std::vector<Slot *> m_slots;          ///< null for one that nobody has touched
-    std::deque<Slot> m_touched;           ///< never moved
+    std::vector<Slot *> m_slots; ///< null for one that nobody has touched
+    std::deque<Slot> m_touched;  ///< never moved
     std::uint32_t m_stamp = 0;
     std::vector<NodeId> m_blocked; ///< what lay too deep, and those that wait for it, the outermost last
 };

@@ -39,6 +39,25 @@ TEST(ParameterProblems, AMessageNamesTheParameterItsValueAndTheLimit)
     table.setParameter(L"tool_diameter", -1.0, mm);
     EXPECT_THAT(errorsOf(table, L"tool_diameter"),
                 ElementsAre(L"Cutting diameter is -1 mm (limit: 0 mm). The cutting diameter must be greater than 0."));
+
+    ParameterTable ball(Strategy::ROTATING, false);
+    ball.setParameter(L"tool_type", L"ball end mill");
+    ball.setParameter(L"tool_cornerRadius", 0.51, in);
+    EXPECT_THAT(errorsOf(ball, L"tool_diameter"),
+                ElementsAre(L"Cutting diameter is 0.5 in (limit: 1 in). The corner radius must not exceed half the "
+                            L"cutting diameter."));
+}
+
+// The person who reads it has to know how far to go.
+TEST(ParameterProblems, EveryErrorOfADefinitionHasALimit)
+{
+    for (const Strategy::Type strategy : Strategy::getToolStrategies()) {
+        const ParameterTable table(strategy);
+        for (const auto &parameter : table.getParameters())
+            for (const ParameterTable::Constraint &constraint : parameter->getDefinition().errors)
+                EXPECT_NE(parameter->message(constraint).find(L"(limit: "), std::wstring::npos)
+                    << parameter->message(constraint);
+    }
 }
 
 TEST(ParameterProblems, ValuesAreShownInTheUnitOfTheTable)

@@ -50,8 +50,8 @@ public:
     ParameterTable::Parameter operator[](const wchar_t *name) { return {m_values, *m_values->findOrAdd(name)}; }
 
 private:
-    std::shared_ptr<ParameterValues> m_values =
-        std::make_shared<ParameterValues>(std::make_shared<ParameterPrototype>(definitions(), Strategy::ROTATING, true));
+    std::shared_ptr<ParameterValues> m_values = std::make_shared<ParameterValues>(
+        std::make_shared<ParameterPrototype>(definitions(), Strategy::ROTATING, true));
 };
 
 bool isCycle(const ParameterTable::Parameter &parameter)
