@@ -424,7 +424,11 @@ bool ParameterValues::evaluateSetting(NodeId id, unsigned depth, const Parameter
     if (const bool *boolean = std::get_if<bool>(&setting.meaning)) {
         outcome.value = *boolean;
     } else if (const double *number = std::get_if<double>(&setting.meaning)) {
-        outcome.value = *number;
+        const bool isBoolean = definition(slotOf(id)).type == ParameterTable::TYPE_BOOLEAN;
+        if (isBoolean && (*number == 0 || *number == 1))
+            outcome.value = *number == 1; // as it comes out of data that has numbers only
+        else
+            outcome.value = *number;
     } else if (const std::wstring *text = std::get_if<std::wstring>(&setting.meaning)) {
         outcome.value = std::wstring_view(*text);
     } else if (const ExpressionError *error = std::get_if<ExpressionError>(&setting.meaning)) {

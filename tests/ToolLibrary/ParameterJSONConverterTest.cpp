@@ -43,6 +43,7 @@ TEST_F(ParameterJSONConverterTest, FeatureFlagsAreSettled)
         {L"!Util.featureFlagEnabled('on')||Util.featureFlagEnabled('off')||Util.featureFlagEnabled('new')?1:2",
          L"!true||false||true?1:2"},
         {L"'ä 🛠' + Util.featureFlagEnabled('off')", L"'ä 🛠' + false"},
+        {L"UtilUtil.featureFlagEnabled('off')", L"Utilfalse"},
         {L"Util\nfeatureFlagEnabled('off')", L"false"},
     };
     for (const auto &row : rows)
@@ -50,13 +51,23 @@ TEST_F(ParameterJSONConverterTest, FeatureFlagsAreSettled)
     EXPECT_THAT(m_asserts.messages(), IsEmpty());
 }
 
+TEST_F(ParameterJSONConverterTest, CharactersThatAreNoneAreNoHindrance)
+{
+    for (const wchar_t odd : {wchar_t(0xD800), wchar_t(0xDFFF), wchar_t(0x110000), wchar_t(0)}) {
+        const std::wstring text(1, odd);
+        EXPECT_EQ(ParameterJSONConverter::preprocessExpression(text + L"Util.featureFlagEnabled('off')" + text),
+                  text + L"false" + text);
+    }
+    EXPECT_THAT(m_asserts.messages(), IsEmpty());
+}
+
 TEST_F(ParameterJSONConverterTest, WhateverElseIsOfUtilIsAReportOfTests)
 {
-    for (const wchar_t *expression :
-         {L"Util.other('x')", L"Util.featureFlagEnabled(\"on\")", L"Util.featureFlagEnabled ('on')", L"Util."})
+    for (const wchar_t *expression : {L"Util.other('x')", L"Util.featureFlagEnabled(\"on\")",
+                                      L"Util.featureFlagEnabled ('on')", L"Util.featureFlagEnabled('on'')", L"Util."})
         EXPECT_EQ(ParameterJSONConverter::preprocessExpression(expression), expression);
     const char *condition = "out.find(L\"Util.\") == wstring::npos";
-    EXPECT_THAT(m_asserts.messages(), ElementsAre(condition, condition, condition, condition));
+    EXPECT_THAT(m_asserts.messages(), ElementsAre(condition, condition, condition, condition, condition));
 }
 
 TEST_F(ParameterJSONConverterTest, ALongExpressionTakesNoStack)

@@ -117,6 +117,19 @@ TEST(ParameterTableQVariantMapTransferUtil, ANumberLikeItsDependentFollowsTheDef
     EXPECT_EQ(expressionOf(table, name), L"12.5") << "there is nothing that it could be like";
 }
 
+TEST(ParameterTableQVariantMapTransferUtil, ABooleanMayTravelAsANumber)
+{
+    for (const bool on : {true, false}) {
+        ParameterTable table(Strategy::ROTATING);
+        Util::transferDouble({{key, on}}, key, table, L"use_tool_stepdown", true, 1, 6);
+        EXPECT_TRUE(table.getParameter(L"use_tool_stepdown")->hasValue());
+        EXPECT_EQ(table.getBoolean(L"use_tool_stepdown"), on);
+        QVariantMap map;
+        Util::transferDouble(table, L"use_tool_stepdown", map, key, true, 1);
+        EXPECT_EQ(map[key].toBool(), on);
+    }
+}
+
 TEST(ParameterTableQVariantMapTransferUtil, BooleansAndTextsBecomeExpressions)
 {
     ParameterTable table(Strategy::ROTATING);
