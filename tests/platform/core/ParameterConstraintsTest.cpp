@@ -1,5 +1,6 @@
 // The definitions at work: every type of tool is sound at its defaults, and every constraint finds what it is there
 // for.
+#include "platform/core/LinkedParameter.h"
 #include "platform/core/ParameterExpression.h"
 #include "platform/core/ParameterTable.h"
 #include "platform/core/ToolSpecification.h"
@@ -15,6 +16,7 @@
 
 using testing::IsEmpty;
 using Varn::ExpressionValue;
+using Varn::LinkedParameter;
 using Varn::ParameterExpression;
 using Varn::ParameterTable;
 using Varn::Strategy;
@@ -186,6 +188,38 @@ TEST(ParameterConstraints, EveryTypeOfToolIsSoundAtItsDefaults)
             for (const auto &parameter : table.getParameters())
                 EXPECT_TRUE(parameter->hasValue()) << narrow(parameter->getError()->message) << ' ' << type;
         }
+}
+
+TEST(ParameterConstraints, EveryTypeOfToolFollowsItsDiameterAndItsSpeeds)
+{
+    int followed = 0;
+    int linked = 0;
+    for (const bool metric : {true, false})
+        for (const ToolGeometry::Type type : types()) {
+            ParameterTable table = tableOf(type, metric);
+            const auto isEnabled = [&](const wchar_t *name) {
+                return table.hasParameter(name) && table.getParameter(name)->isEnabled();
+            };
+            const auto of = [&](const wchar_t *name) { return table.getDouble(name, Units::UNIT_NONE); };
+            if (isEnabled(L"tool_diameter") && isEnabled(L"tool_fluteLength")) {
+                const double before = of(L"tool_fluteLength");
+                LinkedParameter::edit(table, L"tool_diameter", of(L"tool_diameter") * 1.5, Units::UNIT_NONE);
+                const auto flute = table.getParameter(L"tool_fluteLength");
+                const auto byDefault = ParameterExpression::parse(flute->getSystemDefaultExpression());
+                EXPECT_EQ(table.evaluate(*byDefault), ExpressionValue(of(L"tool_fluteLength"))) << type;
+                followed += of(L"tool_fluteLength") != before;
+            }
+            if (isEnabled(L"tool_surfaceSpeed") && isEnabled(L"tool_spindleSpeed")) {
+                LinkedParameter::edit(table, L"tool_surfaceSpeed", 700.0, Units::UNIT_NONE);
+                EXPECT_DOUBLE_EQ(of(L"tool_spindleSpeed"),
+                                 LinkedParameter::calculateSpindleSpeed(700, of(L"tool_diameter")))
+                    << type;
+                ++linked;
+            }
+            EXPECT_THAT(told(table.getParametersWithErrors(), table), IsEmpty());
+        }
+    EXPECT_EQ(followed, 2 * 35) << "the rotating tools that have flutes, in both units";
+    EXPECT_EQ(linked, 2 * 35);
 }
 
 TEST(ParameterConstraints, EverySetOfParametersIsSoundAtItsDefaults)
