@@ -13,14 +13,6 @@ namespace {
 using Code = ExpressionError::Code;
 using Op = ExpressionOp;
 
-constexpr std::wstring_view kindNames[] = {L"a boolean", L"a number", L"a text"}; // in the order of the variant
-static_assert(std::size(kindNames) == std::variant_size_v<ExpressionValue>);
-
-std::wstring kindOf(const ExpressionValue &value)
-{
-    return std::wstring(kindNames[value.index()]);
-}
-
 std::wstring textOf(double number)
 {
     char text[32];

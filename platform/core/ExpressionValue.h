@@ -4,6 +4,7 @@
 #include "platform/ox/expected.h"
 
 #include <cstddef>
+#include <iterator>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -12,6 +13,14 @@ namespace Varn {
 
 /// A boolean, a number, which is finite, or a text. The text belongs to whoever gave the value.
 using ExpressionValue = std::variant<bool, double, std::wstring_view>;
+
+/// What people read of the kind of a value.
+inline const wchar_t *kindOf(const ExpressionValue &value)
+{
+    constexpr const wchar_t *names[] = {L"a boolean", L"a number", L"a text"}; // in the order of the variant
+    static_assert(std::size(names) == std::variant_size_v<ExpressionValue>);
+    return names[value.index()];
+}
 
 /// Why an expression cannot be read, or has no value.
 struct ExpressionError {

@@ -39,12 +39,6 @@ const wchar_t *wantedBy(ParameterTable::Type type)
     }
 }
 
-const wchar_t *kindOf(const ExpressionValue &value)
-{
-    constexpr const wchar_t *names[] = {L"a boolean", L"a number", L"a text"}; // in the order of the variant
-    return names[value.index()];
-}
-
 bool isOfType(const ExpressionValue &value, ParameterTable::Type type)
 {
     switch (type) {
