@@ -111,6 +111,7 @@ Texts allMessages()
     ToolSpecification::getInsertTypeTitle(ToolGeometry::INSERT_CUSTOM);
     ToolSpecification::getHolderTypeTitle(ToolGeometry::HOLDER_CUSTOM);
     Varn::Tools::getToolLibraryParameter(Varn::Tools::ToolLibraryParametersEnum::DC);
+    Varn::ToolInsert::init();
     for (const auto type : Varn::ToolBlock::s_turretConnectionTypes)
         Varn::ToolBlock::getAsEnumValue(type);
     Varn::Tools::ToolLibraryUrl(QStringLiteral("systemlibraryroot://Samples/Probes.json")).localizedSampleLibraryName();
@@ -170,12 +171,12 @@ TEST(Catalogues, NoTranslationIsLeftOver)
 // A table that registers its texts by another way than a literal must be asked for one in allMessages().
 TEST(Catalogues, TheTablesOfTextsAreKnown)
 {
-    EXPECT_THAT(registrationsInSources().others,
-                UnorderedElementsAre("ToolLibrary/IO/LibraryDisplayNames.cpp: name",
-                                     "platform/core/ParameterDefinitionsReader.cpp: text",
-                                     "ToolLibrary/ToolLibraryParameter.cpp: text, text",
-                                     "platform/core/ToolSpecification.cpp: row.title",
-                                     "platform/nc/ToolBlock.cpp: row.title"));
+    EXPECT_THAT(
+        registrationsInSources().others,
+        UnorderedElementsAre(
+            "ToolLibrary/IO/LibraryDisplayNames.cpp: name", "platform/core/ParameterDefinitionsReader.cpp: text",
+            "ToolLibrary/ToolLibraryParameter.cpp: text, text", "platform/core/ToolSpecification.cpp: row.title",
+            "platform/nc/ToolBlock.cpp: row.title", "platform/nc/ToolInsertChoices.cpp: row.title"));
 }
 
 TEST(Catalogues, EnglishIsTheTextItself)

@@ -143,8 +143,9 @@ TEST(ToolInsert, WhatCanBeChosenHasItsOwnDesignation)
             continue;
         EXPECT_EQ(ToolInsert::getClosestThickness(thickness.value * 25.4, tolerance, true).metric,
                   thickness.metricCode);
-        if (!thickness.inchCode.empty())
+        if (!thickness.inchCode.empty()) {
             EXPECT_EQ(ToolInsert::getClosestThickness(thickness.value, tolerance, false).inch, thickness.inchCode);
+        }
     }
     for (const ToolInsert::ReliefAngle &relief : ToolInsert::reliefAngles())
         EXPECT_EQ(ToolInsert::getReliefAngleChar(relief.angle), relief.code);
