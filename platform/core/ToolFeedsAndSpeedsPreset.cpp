@@ -6,6 +6,7 @@
 #include "platform/core/ToolSpecification.h"
 #include "platform/nc/RecordUnits.h"
 #include "platform/utils/LocaleRegistry.h"
+#include "platform/utils/Messages.h"
 
 #include <string_view>
 #include <unordered_set>
@@ -31,11 +32,6 @@ void forEachFieldOf(ToolPresetKind kind, Visit &&visit)
 void copyFields(const ToolFeedsAndSpeeds &from, ToolFeedsAndSpeeds &to, ToolPresetKind kind)
 {
     forEachFieldOf(kind, [&](const auto &field) { to.*field.member = from.*field.member; });
-}
-
-std::wstring widened(std::string_view ascii)
-{
-    return {ascii.begin(), ascii.end()};
 }
 
 template <ToolPresetKind kind>
@@ -101,7 +97,8 @@ void ToolFeedsAndSpeedsPresetDetailsBase::readFrom(const ParameterTable &paramet
                                                    ToolPresetKind kind)
 {
     forEachFieldOf(kind, [&](const auto &field) {
-        RecordParameters::read(parameters, widened(field.name), widened(field.switchName), unit, this->*field.member);
+        RecordParameters::read(parameters, Messages::getAsWideString(field.name),
+                               Messages::getAsWideString(field.switchName), unit, this->*field.member);
     });
 }
 
@@ -120,7 +117,7 @@ std::vector<std::wstring> ToolFeedsAndSpeedsPresetDetailsBase::enabledKeysIn(con
 {
     std::vector<std::wstring> keys;
     forEachFieldOf(kind, [&](const auto &field) {
-        std::wstring name = widened(field.name);
+        std::wstring name = Messages::getAsWideString(field.name);
         const auto parameter = parameters.getParameterNoThrow(name);
         if (parameter && parameter->isEnabled())
             keys.push_back(std::move(name));
@@ -166,8 +163,8 @@ std::vector<std::wstring> ToolFeedsAndSpeedsPreset::parameterKeys(const Paramete
 void ToolFeedsAndSpeedsPreset::writeToParameters(ParameterTable &parameters) const
 {
     forEachFieldOf(kind(), [&](const auto &field) {
-        RecordParameters::write(details().*field.member, m_unit, widened(field.name), widened(field.switchName),
-                                parameters);
+        RecordParameters::write(details().*field.member, m_unit, Messages::getAsWideString(field.name),
+                                Messages::getAsWideString(field.switchName), parameters);
     });
 }
 

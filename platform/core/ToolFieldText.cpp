@@ -34,11 +34,6 @@ bool search(std::string_view text, int count, Value &value)
     return false;
 }
 
-std::string narrow(const std::wstring &text)
-{
-    return Messages::fromWideUnicodeToUTF8(text);
-}
-
 } // namespace
 
 std::string write(bool value)
@@ -58,7 +53,7 @@ std::string write(double value)
 
 std::string write(const std::wstring &value)
 {
-    return narrow(value);
+    return Messages::getAsString(value);
 }
 
 std::string write(Types::TaperedType value)
@@ -78,12 +73,12 @@ std::string write(Types::CoolantSupport value)
 
 std::string write(Types::InsertType value)
 {
-    return narrow(ToolSpecification::getInsertTypeAsWideString(value));
+    return Messages::getAsString(ToolSpecification::getInsertTypeAsWideString(value));
 }
 
 std::string write(Types::HolderType value)
 {
-    return narrow(ToolSpecification::getHolderTypeAsWideString(value));
+    return Messages::getAsString(ToolSpecification::getHolderTypeAsWideString(value));
 }
 
 std::string write(Types::Hand value)
@@ -98,7 +93,7 @@ std::string write(Types::CompensationMode value)
 
 std::string write(ToolBlock::OrientationType value)
 {
-    return narrow(ToolBlock::getOrientationTypeAsWideString(value));
+    return Messages::getAsString(ToolBlock::getOrientationTypeAsWideString(value));
 }
 
 std::string write(NCTool::Material value)

@@ -5,6 +5,7 @@
 #include "platform/nc/KeywordTable.h"
 #include "platform/nc/ToolTypeTable.h"
 #include "platform/utils/LocaleRegistry.h"
+#include "platform/utils/Messages.h"
 
 #include <cmath>
 #include <span>
@@ -56,12 +57,6 @@ static_assert(compensationModeTable.isComplete());
 static_assert(taperedTypeTable.isComplete());
 static_assert(materialCategoryTable.isComplete());
 
-/// A keyword as wide text; keywords are ASCII.
-std::wstring widened(std::string_view key)
-{
-    return {key.begin(), key.end()};
-}
-
 template <typename Value, typename Row>
 Validified<Value> valueOf(const Row *row)
 {
@@ -98,7 +93,7 @@ std::vector<Value> valuesFrom(std::span<const Row> rows, Value first)
 
 std::wstring ToolSpecification::getToolTypeAsWideString(Type type)
 {
-    return widened(toolTypeRow(type).key);
+    return Messages::getAsWideString(toolTypeRow(type).key);
 }
 
 Validified<ToolGeometry::Type> ToolSpecification::getToolTypeByString(std::string_view keyword)
@@ -119,7 +114,7 @@ LocalizedMessage ToolSpecification::getToolTypeAsLocalizedString(Type type)
 
 std::wstring ToolSpecification::getInsertTypeAsWideString(InsertType type)
 {
-    return widened(insertTypeRow(type).key);
+    return Messages::getAsWideString(insertTypeRow(type).key);
 }
 
 Validified<ToolGeometry::InsertType> ToolSpecification::getInsertTypeByString(std::string_view keyword)
@@ -140,7 +135,7 @@ LocalizedMessage ToolSpecification::getInsertTypeTitle(InsertType type)
 
 std::wstring ToolSpecification::getHolderTypeAsWideString(HolderType type)
 {
-    return widened(holderTypeRow(type).key);
+    return Messages::getAsWideString(holderTypeRow(type).key);
 }
 
 Validified<ToolGeometry::HolderType> ToolSpecification::getHolderTypeByString(std::string_view keyword)
@@ -166,7 +161,7 @@ std::string ToolSpecification::getCompensationModeAsString(CompensationMode mode
 
 std::wstring ToolSpecification::getCompensationModeAsWideString(CompensationMode mode)
 {
-    return widened(compensationModeTable.row(mode).key);
+    return Messages::getAsWideString(compensationModeTable.row(mode).key);
 }
 
 Validified<ToolGeometry::CompensationMode> ToolSpecification::getCompensationModeByString(std::string_view keyword)

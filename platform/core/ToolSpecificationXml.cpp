@@ -34,11 +34,6 @@ private:
     static constexpr std::size_t longestQuote = 100; // characters of a value that a message repeats
 };
 
-std::string narrow(const std::wstring &text)
-{
-    return Messages::fromWideUnicodeToUTF8(text);
-}
-
 template <typename Value>
 void writeMember(XMLNode &node, std::string_view name, const Value &value)
 {
@@ -208,7 +203,7 @@ std::shared_ptr<const ToolFeedsAndSpeedsPreset> readPreset(const XMLNode &node)
 void writeSolid(XMLNode &node, const char *key, const ToolGeometry::Raw3DGeometry &geometry)
 {
     if (geometry)
-        node.addChild(key).setAttribute("id", narrow(geometry->id()));
+        node.addChild(key).setAttribute("id", Messages::getAsString(geometry->id()));
 }
 
 ToolGeometry::Raw3DGeometry readSolid(const XMLNode &node, const char *key)

@@ -3,6 +3,7 @@
 #include "platform/nc/KeywordTable.h"
 #include "platform/utils/Format.h"
 #include "platform/utils/LocaleRegistry.h"
+#include "platform/utils/Messages.h"
 
 namespace Varn {
 
@@ -45,11 +46,6 @@ constexpr KeywordTable orientationTable(orientations);
 static_assert(connectionTable.isComplete());
 static_assert(orientationTable.isComplete());
 
-std::wstring widened(std::string_view ascii)
-{
-    return {ascii.begin(), ascii.end()};
-}
-
 } // namespace
 
 constexpr std::array<ToolBlock::TurretConnectionType, 8> ToolBlock::s_turretConnectionTypes{
@@ -67,24 +63,24 @@ constexpr std::array<ToolBlock::Size, 14> ToolBlock::s_sizes{{
 ToolBlock::EnumValue ToolBlock::getAsEnumValue(TurretConnectionType type)
 {
     const auto &row = connectionTable.row(type);
-    return {widened(row.key), LocaleRegistry::registerMessage(row.title).asWideString()};
+    return {Messages::getAsWideString(row.key), LocaleRegistry::registerMessage(row.title).asWideString()};
 }
 
 ToolBlock::EnumValue ToolBlock::getAsEnumValue(const Size &size)
 {
     if (size.value == 0)
-        return {widened(size.name), LocaleRegistry::registerMessage("Custom").asWideString()};
-    return {widened(size.name), widened(size.name)};
+        return {Messages::getAsWideString(size.name), LocaleRegistry::registerMessage("Custom").asWideString()};
+    return {Messages::getAsWideString(size.name), Messages::getAsWideString(size.name)};
 }
 
 std::wstring ToolBlock::getAsString(const Size &size)
 {
-    return widened(Format::getDouble(size.value));
+    return Messages::getAsWideString(Format::getDouble(size.value));
 }
 
 std::wstring ToolBlock::getTurretConnectionTypeAsWideString(TurretConnectionType type)
 {
-    return widened(connectionTable.row(type).key);
+    return Messages::getAsWideString(connectionTable.row(type).key);
 }
 
 ToolBlock::TurretConnectionType ToolBlock::getAsTurretConnectionType(std::wstring_view keyword)
@@ -95,7 +91,7 @@ ToolBlock::TurretConnectionType ToolBlock::getAsTurretConnectionType(std::wstrin
 
 std::wstring ToolBlock::getOrientationTypeAsWideString(OrientationType type)
 {
-    return widened(orientationTable.row(type).key);
+    return Messages::getAsWideString(orientationTable.row(type).key);
 }
 
 std::optional<ToolBlock::OrientationType> ToolBlock::getAsOrientationType(std::wstring_view keyword)

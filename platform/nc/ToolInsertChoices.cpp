@@ -2,6 +2,7 @@
 #include "platform/nc/InsertDesignationTables.h"
 #include "platform/nc/ToolInsert.h"
 #include "platform/utils/LocaleRegistry.h"
+#include "platform/utils/Messages.h"
 
 namespace Varn {
 
@@ -10,16 +11,11 @@ namespace {
 constexpr const wchar_t *noCode = L"?";
 constexpr double noValue = -1;
 
-std::wstring wide(std::string_view ascii)
-{
-    return {ascii.begin(), ascii.end()};
-}
-
 std::vector<ToolInsert::CrossSection> makeCrossSections()
 {
     std::vector<ToolInsert::CrossSection> made;
     for (const CrossSectionRow &row : insertCrossSectionRows())
-        made.push_back({wide(row.code), LocaleRegistry::registerMessage(row.title)});
+        made.push_back({Messages::getAsWideString(row.code), LocaleRegistry::registerMessage(row.title)});
     return made;
 }
 
@@ -27,7 +23,7 @@ std::vector<ToolInsert::ReliefAngle> makeReliefAngles()
 {
     std::vector<ToolInsert::ReliefAngle> made;
     for (const ReliefAngleRow &row : reliefAngleRows())
-        made.push_back({wide(row.code), LocaleRegistry::registerMessage(row.title), row.degrees});
+        made.push_back({Messages::getAsWideString(row.code), LocaleRegistry::registerMessage(row.title), row.degrees});
     made.push_back({noCode, LocaleRegistry::registerMessage("Other"), noValue});
     return made;
 }
@@ -36,7 +32,8 @@ std::vector<ToolInsert::CornerRadius> makeCornerRadiuses()
 {
     std::vector<ToolInsert::CornerRadius> made;
     for (const InsertCornerRadiusRow &row : insertCornerRadiusRows())
-        made.push_back({wide(row.metricCode), wide(row.inchCode), row.millimeters, row.inches});
+        made.push_back({Messages::getAsWideString(row.metricCode), Messages::getAsWideString(row.inchCode),
+                        row.millimeters, row.inches});
     made.push_back({noCode, noCode, noValue, noValue});
     return made;
 }
@@ -45,7 +42,8 @@ std::vector<ToolInsert::Thickness> makeThicknesses()
 {
     std::vector<ToolInsert::Thickness> made;
     for (const InsertThicknessRow &row : insertThicknessRows())
-        made.push_back({wide(row.inchCode), wide(row.metricCode), row.inches});
+        made.push_back(
+            {Messages::getAsWideString(row.inchCode), Messages::getAsWideString(row.metricCode), row.inches});
     made.push_back({noCode, noCode, noValue});
     return made;
 }
@@ -55,7 +53,8 @@ std::vector<ToolInsert::Size> makeSizes()
     std::vector<ToolInsert::Size> made;
     for (const bool metric : {true, false}) {
         for (const InsertSizeRow &row : metric ? metricInsertSizeRows() : inchInsertSizeRows())
-            made.push_back({metric, wide(row.letters), wide(row.code), row.circle});
+            made.push_back(
+                {metric, Messages::getAsWideString(row.letters), Messages::getAsWideString(row.code), row.circle});
         made.push_back({metric, {}, noCode, noValue});
     }
     return made;
