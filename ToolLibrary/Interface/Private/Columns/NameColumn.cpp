@@ -35,10 +35,14 @@ void NameColumn::makeOrder()
         NaturalOrder::Key key;
         ToolRow row;
     };
-    std::vector<Entry> entries;
-    entries.reserve(m_names.size());
-    for (const std::wstring &name : m_names)
-        entries.push_back({NaturalOrder::keyOf(name), static_cast<ToolRow>(entries.size())});
+    const auto size = static_cast<ToolRow>(m_names.size());
+    std::vector<Entry> entries(size);
+    const auto fill = [&](ToolRow begin, ToolRow end) {
+        for (ToolRow row = begin; row < end; ++row)
+            entries[row] = {NaturalOrder::keyOf(m_names[row]), row};
+    };
+    sideBySide(
+        size, [&] { fill(0, size / 2); }, [&] { fill(size / 2, size); });
     sortRows(entries, [this](const Entry &a, const Entry &b) {
         return a.key != b.key ? a.key < b.key : NaturalOrder::comesBefore(m_names[a.row], m_names[b.row]);
     });
